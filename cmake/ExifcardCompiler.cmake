@@ -1,0 +1,21 @@
+# The flags that every target of this project shares, as one interface target.
+
+find_program(EXIFCARD_CCACHE ccache)
+if(EXIFCARD_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${EXIFCARD_CCACHE}")
+endif()
+
+add_library(exifcard_compiler INTERFACE)
+target_compile_features(exifcard_compiler INTERFACE cxx_std_20)
+target_compile_options(exifcard_compiler INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    -fvisibility=hidden -ffunction-sections -fdata-sections)
+target_link_options(exifcard_compiler INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+if(EXIFCARD_WARNINGS_AS_ERRORS)
+    target_compile_options(exifcard_compiler INTERFACE -Werror)
+endif()
+if(EXIFCARD_SANITIZERS)
+    target_compile_options(exifcard_compiler INTERFACE
+        -fsanitize=${EXIFCARD_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(exifcard_compiler INTERFACE -fsanitize=${EXIFCARD_SANITIZERS})
+endif()

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace exifcard {
+
+/// A concurrent queue on a shared pool of threads, or the main queue.
+///
+/// The pool grows while its threads are blocked (up to 64) and shrinks again.
+/// Blocks of one queue start in order and run in parallel; a block that throws
+/// ends the program.
+class DispatchQueue {
+public:
+    using Block = std::function<void()>;
+    enum class Priority { High = 2, Default = 0, Low = -2, Background = -32768 };
+
+    static DispatchQueue& mainQueue();
+    static DispatchQueue& globalQueue(Priority priority = Priority::Default);
+    /// A concurrent queue of its own with a name.
+    static std::shared_ptr<DispatchQueue> makeConcurrent(std::string label);
+
+    virtual ~DispatchQueue() = default;
+    DispatchQueue(const DispatchQueue&) = delete;
+    DispatchQueue& operator=(const DispatchQueue&) = delete;
+
+    virtual void async(Block block) = 0;
+    /// Runs the block on the queue and waits for it. Blocks; from the main
+    /// thread to the main queue it would wait for ever, so that ends the program.
+    void sync(const Block& block);
+
+protected:
+    DispatchQueue() = default;
+};
+
+/// Counts unfinished work.
+class DispatchGroup {
+public:
+    DispatchGroup();
+    ~DispatchGroup();
+    DispatchGroup(const DispatchGroup&) = delete;
+    DispatchGroup& operator=(const DispatchGroup&) = delete;
+
+    void enter();
+    /// Without an enter before it, ends the program.
+    void leave();
+    /// Runs `block` once, asynchronously on `queue`, when the count is 0, also when it is 0 already.
+    void notify(DispatchQueue& queue, DispatchQueue::Block block);
+    /// Blocks until the count is 0; never on the main queue.
+    void wait();
+
+private:
+    struct State;
+    std::shared_ptr<State> _state;
+};
+
+/// A counting semaphore with first-in first-out wake-up.
+class DispatchSemaphore {
+public:
+    explicit DispatchSemaphore(long value);
+    ~DispatchSemaphore();
+    DispatchSemaphore(const DispatchSemaphore&) = delete;
+    DispatchSemaphore& operator=(const DispatchSemaphore&) = delete;
+
+    void signal();
+    /// Blocks until a signal comes; never on the main queue. Answers 0.
+    long wait();
+
+private:
+    struct State;
+    std::shared_ptr<State> _state;
+};
+
+/// Tells the pool that the calling thread is about to block, so that it may
+/// start another in its place; semaphores and groups do this by themselves.
+class BlockingSection {
+public:
+    BlockingSection();
+    ~BlockingSection();
+    BlockingSection(const BlockingSection&) = delete;
+    BlockingSection& operator=(const BlockingSection&) = delete;
+};
+
+/// The main queue of a program without a toolkit: drained by whoever calls `runUntilStopped`.
+class MainRunLoop {
+public:
+    /// Runs the blocks of the main queue on the calling thread until `stop`.
+    static void runUntilStopped();
+    static void stop();
+    /// Runs what is waiting now and returns.
+    static void drain();
+    /// Lets a toolkit's run loop own the main queue: `wake` is called, from any
+    /// thread, whenever `drain` should be called on the main thread.
+    static void setWakeHandler(std::function<void()> wake);
+};
+
+} // namespace exifcard

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/foundation/Data.h"
+
+#include <string>
+#include <string_view>
+
+namespace exifcard {
+
+/// The program's folders, from the XDG variables at each call, without a slash
+/// at the end. They need not exist yet.
+std::string configurationFolder(); ///< $XDG_CONFIG_HOME/exifcard
+std::string dataFolder();          ///< $XDG_DATA_HOME/exifcard
+std::string cacheFolder();         ///< $XDG_CACHE_HOME/exifcard
+/// Ends with "/".
+std::string temporaryDirectory();
+
+/// Where a file of resources/ lies: beside the build, or where it is installed.
+/// @return Empty when it is missing.
+std::string resourcePath(std::string_view name);
+/// Where a loadable module lies. Empty when it is missing.
+std::string modulePath(std::string_view name);
+
+/// Makes the folder and those above it, for the owner only. False when that fails.
+bool makeFolder(const std::string& path);
+
+/// Writes the bytes beside a temporary name for the owner only, syncs and
+/// renames, so that the file is the old or the new one at any moment.
+/// @return False when nothing was changed.
+bool writeFileAtomically(const std::string& path, const Data& bytes);
+
+} // namespace exifcard

@@ -1,0 +1,147 @@
+#include "platform/foundation/MappedFile.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <mutex>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace exifcard {
+namespace {
+
+struct Mapping {
+    std::atomic<std::uintptr_t> begin = 0; ///< 0 while the slot is free.
+    std::atomic<std::uintptr_t> end = 0;
+    std::atomic<bool> isTaken = false;
+    std::atomic<bool> wasCutShort = false;
+};
+
+/// More files than this are never mapped at once: a page of a list holds at most a hundred records.
+constexpr std::size_t kMostMappings = 4096;
+std::array<Mapping, kMostMappings> mappings;
+struct sigaction previousAction;
+
+void passOn(int signalNumber, siginfo_t* info, void* context) {
+    if ((previousAction.sa_flags & SA_SIGINFO) != 0 && previousAction.sa_sigaction != nullptr) {
+        previousAction.sa_sigaction(signalNumber, info, context);
+        return;
+    }
+    std::signal(signalNumber, SIG_DFL);
+    std::raise(signalNumber);
+}
+
+/// Runs on the thread that touched the missing page: only calls that a signal handler may make.
+void onBusError(int signalNumber, siginfo_t* info, void* context) {
+    const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
+    for (Mapping& mapping : mappings) {
+        const auto begin = mapping.begin.load(std::memory_order_acquire);
+        if (begin == 0 || address < begin || address >= mapping.end.load(std::memory_order_acquire)) {
+            continue;
+        }
+        const auto pageSize = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+        void* const page = reinterpret_cast<void*>(address / pageSize * pageSize);
+        if (mmap(page, pageSize, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) != MAP_FAILED) {
+            mapping.wasCutShort.store(true, std::memory_order_release);
+            return;
+        }
+        break;
+    }
+    passOn(signalNumber, info, context);
+}
+
+void installHandler() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        struct sigaction action = {};
+        action.sa_sigaction = onBusError;
+        action.sa_flags = SA_SIGINFO | SA_NODEFER;
+        sigemptyset(&action.sa_mask);
+        sigaction(SIGBUS, &action, &previousAction);
+    });
+}
+
+/// The number of a slot that now guards the range, or -1 when all are taken.
+int takeSlot(std::uintptr_t begin, std::size_t size) {
+    static std::atomic<std::size_t> next = 0;
+    for (std::size_t tried = 0; tried < kMostMappings; ++tried) {
+        const std::size_t slot = next.fetch_add(1, std::memory_order_relaxed) % kMostMappings;
+        Mapping& mapping = mappings[slot];
+        if (mapping.isTaken.exchange(true, std::memory_order_acq_rel)) {
+            continue;
+        }
+        mapping.wasCutShort.store(false, std::memory_order_relaxed);
+        mapping.end.store(begin + size, std::memory_order_release);
+        mapping.begin.store(begin, std::memory_order_release);
+        return static_cast<int>(slot);
+    }
+    return -1;
+}
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int number) : _number(number) {}
+    ~FileDescriptor() {
+        if (_number >= 0) {
+            close(_number);
+        }
+    }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    int number() const { return _number; }
+
+private:
+    int _number;
+};
+
+} // namespace
+
+std::unique_ptr<MappedFile> MappedFile::open(const std::string& path) {
+    // O_NONBLOCK: opening a FIFO without a writer must not wait for one.
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status = {};
+    if (file.number() < 0 || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return nullptr;
+    }
+    const auto size = static_cast<std::size_t>(status.st_size);
+    if (size == 0) {
+        return std::unique_ptr<MappedFile>(new MappedFile({}, -1));
+    }
+    installHandler();
+    void* const address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
+    if (address == MAP_FAILED) {
+        return nullptr;
+    }
+    const int slot = takeSlot(reinterpret_cast<std::uintptr_t>(address), size);
+    if (slot < 0) {
+        munmap(address, size);
+        return nullptr;
+    }
+    return std::unique_ptr<MappedFile>(
+        new MappedFile({static_cast<const std::uint8_t*>(address), size}, slot));
+}
+
+MappedFile::MappedFile(std::span<const std::uint8_t> bytes, int slot) : _bytes(bytes), _slot(slot) {
+}
+
+MappedFile::~MappedFile() {
+    if (_slot < 0) {
+        return;
+    }
+    Mapping& mapping = mappings[static_cast<std::size_t>(_slot)];
+    mapping.begin.store(0, std::memory_order_release);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): munmap takes what mmap gave.
+    munmap(const_cast<std::uint8_t*>(_bytes.data()), _bytes.size());
+    mapping.isTaken.store(false, std::memory_order_release);
+}
+
+bool MappedFile::wasCutShort() const {
+    return _slot >= 0 &&
+           mappings[static_cast<std::size_t>(_slot)].wasCutShort.load(std::memory_order_acquire);
+}
+
+} // namespace exifcard
