@@ -18,15 +18,21 @@ std::string temporaryDirectory();
 /// Where a file of resources/ lies: beside the build, or where it is installed.
 /// @return Empty when it is missing.
 std::string resourcePath(std::string_view name);
-/// Where a loadable module lies. Empty when it is missing.
+/// Where a loadable module lies, by its name without ".so". Empty when it is missing.
 std::string modulePath(std::string_view name);
 
 /// Makes the folder and those above it, for the owner only. False when that fails.
 bool makeFolder(const std::string& path);
 
 /// Writes the bytes beside a temporary name for the owner only, syncs and
-/// renames, so that the file is the old or the new one at any moment.
+/// renames, so that the file is the old or the new one at any moment. A
+/// symbolic link stays one: the file that it names is replaced.
 /// @return False when nothing was changed.
 bool writeFileAtomically(const std::string& path, const Data& bytes);
+
+/// The same through a fixed temporary name, for a file that its writers lock: a
+/// writer that was killed leaves at most this one file, and the next one uses it.
+/// @param temporaryPath  In the folder of `path`; overwritten.
+bool writeFileAtomically(const std::string& path, const Data& bytes, const std::string& temporaryPath);
 
 } // namespace exifcard

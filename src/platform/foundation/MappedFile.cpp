@@ -1,5 +1,7 @@
 #include "platform/foundation/MappedFile.h"
 
+#include "platform/foundation/FileDescriptor.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -82,29 +84,13 @@ int takeSlot(std::uintptr_t begin, std::size_t size) {
     return -1;
 }
 
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int number) : _number(number) {}
-    ~FileDescriptor() {
-        if (_number >= 0) {
-            close(_number);
-        }
-    }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    int number() const { return _number; }
-
-private:
-    int _number;
-};
-
 } // namespace
 
 std::unique_ptr<MappedFile> MappedFile::open(const std::string& path) {
     // O_NONBLOCK: opening a FIFO without a writer must not wait for one.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status = {};
-    if (file.number() < 0 || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (!file.isOpen() || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return nullptr;
     }
     const auto size = static_cast<std::size_t>(status.st_size);
