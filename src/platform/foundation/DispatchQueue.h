@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace exifcard {
 
@@ -11,11 +12,12 @@ namespace exifcard {
 /// The pool grows while its threads are blocked (up to 64) and shrinks again.
 /// Blocks of one queue start in order and run in parallel; a block that throws
 /// ends the program.
-class DispatchQueue {
+class DispatchQueue : public std::enable_shared_from_this<DispatchQueue> {
 public:
     using Block = std::function<void()>;
     enum class Priority { High = 2, Default = 0, Low = -2, Background = -32768 };
 
+    /// The serial queue of the main thread, see `MainRunLoop`.
     static DispatchQueue& mainQueue();
     static DispatchQueue& globalQueue(Priority priority = Priority::Default);
     /// A concurrent queue of its own with a name.
@@ -25,13 +27,18 @@ public:
     DispatchQueue(const DispatchQueue&) = delete;
     DispatchQueue& operator=(const DispatchQueue&) = delete;
 
+    const std::string& label() const { return _label; }
+
     virtual void async(Block block) = 0;
     /// Runs the block on the queue and waits for it. Blocks; from the main
     /// thread to the main queue it would wait for ever, so that ends the program.
     void sync(const Block& block);
 
 protected:
-    DispatchQueue() = default;
+    explicit DispatchQueue(std::string label) : _label(std::move(label)) {}
+
+private:
+    const std::string _label;
 };
 
 /// Counts unfinished work.
@@ -46,6 +53,7 @@ public:
     /// Without an enter before it, ends the program.
     void leave();
     /// Runs `block` once, asynchronously on `queue`, when the count is 0, also when it is 0 already.
+    /// A named queue is kept until then.
     void notify(DispatchQueue& queue, DispatchQueue::Block block);
     /// Blocks until the count is 0; never on the main queue.
     void wait();
@@ -87,11 +95,14 @@ class MainRunLoop {
 public:
     /// Runs the blocks of the main queue on the calling thread until `stop`.
     static void runUntilStopped();
+    /// Ends `runUntilStopped`, also the next one when none runs yet. Blocks that
+    /// were put on the main queue before still run. May be called from any thread.
     static void stop();
     /// Runs what is waiting now and returns.
     static void drain();
     /// Lets a toolkit's run loop own the main queue: `wake` is called, from any
-    /// thread, whenever `drain` should be called on the main thread.
+    /// thread, whenever `drain` should be called on the main thread; once until then. It
+    /// may still be called a last time while another takes its place.
     static void setWakeHandler(std::function<void()> wake);
 };
 
