@@ -68,11 +68,12 @@ bool boolFromText(std::string_view text) {
 }
 
 std::string textFromDouble(double number) {
-    return fmt::format("{:.16g}", number);
+    // A not-a-number has no sign, whatever its sign bit says.
+    return std::isnan(number) ? "nan" : fmt::format("{:.16g}", number);
 }
 
 std::string textFromFloat(float number) {
-    return fmt::format("{:.7g}", number);
+    return std::isnan(number) ? "nan" : fmt::format("{:.7g}", number);
 }
 
 std::int64_t saturatingInteger(double number) {
