@@ -11,7 +11,7 @@ public:
     explicit Locale(std::string identifier) : _identifier(std::move(identifier)) {}
 
     /// The user's: from LC_ALL, LC_MESSAGES or LANG ("de_DE.UTF-8" is "de_DE");
-    /// "C" and "POSIX" are "en_US_POSIX"; bare names that the machine does not
+    /// none, "C" and "POSIX" are "en_US"; bare names that the machine does not
     /// have installed count all the same.
     static Locale current();
     /// The root locale (identifier ""), without any user's conventions.

@@ -1,0 +1,140 @@
+#include "platform/foundation/DateFormatter.h"
+
+#include "platform/foundation/NumericDatePattern.h"
+
+#include <unicode/gregocal.h>
+#include <unicode/smpdtfmt.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace exifcard {
+namespace {
+
+/// No pattern and no date that a person reads is longer; ICU's time and memory grow with both.
+constexpr std::size_t kLongestPattern = 1000;
+constexpr std::size_t kLongestText = 1000;
+
+constexpr double kMillisecondsInSecond = 1000;
+/// Keeps 0.123 s from becoming 122 ms; a date's own precision is coarser than this.
+constexpr double kRoundingInMilliseconds = 0.001;
+/// About the year 200,000 either way, within what ICU's calendars count.
+constexpr double kFurthestSecond = 6e12;
+
+std::unique_ptr<const icu::SimpleDateFormat> makeFormat(std::string_view pattern, const Locale& locale) {
+    auto status = U_ZERO_ERROR;
+    // Read anew for each formatter, so that one made later follows the system.
+    std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());
+    auto format = std::make_unique<icu::SimpleDateFormat>(
+        icu::UnicodeString::fromUTF8(pattern), icu::Locale(locale.identifier().c_str()), status);
+    if (U_FAILURE(status) != 0 || zone == nullptr) {
+        return nullptr;
+    }
+    format->adoptTimeZone(zone.release());
+    format->setLenient(false);
+    return format;
+}
+
+bool isAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char byte) { return static_cast<signed char>(byte) >= 0; });
+}
+
+std::optional<Date> dateOfCalendar(const icu::Calendar& calendar) {
+    auto status = U_ZERO_ERROR;
+    const double milliseconds = calendar.getTime(status);
+    return U_FAILURE(status) != 0 ? std::nullopt : std::optional(Date{milliseconds / kMillisecondsInSecond});
+}
+
+} // namespace
+
+/// ICU's const functions may be called from many threads; each call fills a calendar of its own.
+class DateFormatter::Implementation {
+public:
+    Implementation(std::string pattern, const Locale& locale)
+        : _pattern(std::move(pattern))
+        , _format(makeFormat(std::string_view(_pattern).substr(0, kLongestPattern), locale))
+        , _numericPattern(NumericDatePattern::fromPattern(_pattern)) {
+        const bool isGregorian =
+            _format && dynamic_cast<const icu::GregorianCalendar*>(_format->getCalendar()) != nullptr;
+        if (!isGregorian) {
+            _numericPattern.reset();
+        }
+    }
+
+    const std::string& pattern() const { return _pattern; }
+
+    std::string text(Date date) const {
+        const double second = std::clamp(date.secondsSince1970, -kFurthestSecond, kFurthestSecond);
+        if (!_format || std::isnan(second)) {
+            return {};
+        }
+        auto status = U_ZERO_ERROR;
+        const auto calendar = emptyCalendar();
+        calendar->setTime(std::floor(second * kMillisecondsInSecond + kRoundingInMilliseconds), status);
+        icu::UnicodeString unicode;
+        icu::FieldPosition ignored;
+        std::string text;
+        return _format->format(*calendar, unicode, ignored).toUTF8String(text);
+    }
+
+    std::optional<Date> date(std::string_view text) const {
+        if (!_format || text.empty() || text.size() > kLongestText) {
+            return std::nullopt;
+        }
+        // Digits of other scripts are ICU's.
+        return _numericPattern && isAscii(text) ? dateByNumbers(text) : dateByICU(text);
+    }
+
+private:
+    std::unique_ptr<icu::Calendar> emptyCalendar() const {
+        std::unique_ptr<icu::Calendar> calendar(_format->getCalendar()->clone());
+        calendar->clear();
+        return calendar;
+    }
+
+    std::optional<Date> dateByNumbers(std::string_view text) const {
+        const auto clock = _numericPattern->read(text);
+        if (!clock) {
+            return std::nullopt;
+        }
+        const auto calendar = emptyCalendar();
+        calendar->set(clock->year, clock->month - 1, clock->day, clock->hour, clock->minute, clock->second);
+        return dateOfCalendar(*calendar);
+    }
+
+    std::optional<Date> dateByICU(std::string_view text) const {
+        const auto unicode = icu::UnicodeString::fromUTF8(text);
+        // ICU skips blanks in front and leaves what it cannot use at the end.
+        if (u_isUWhiteSpace(unicode.char32At(0)) != 0 && !_pattern.starts_with(' ')) {
+            return std::nullopt;
+        }
+        const auto calendar = emptyCalendar();
+        icu::ParsePosition position(0);
+        _format->parse(unicode, *calendar, position);
+        return position.getIndex() == unicode.length() ? dateOfCalendar(*calendar) : std::nullopt;
+    }
+
+    const std::string _pattern;
+    const std::unique_ptr<const icu::SimpleDateFormat> _format; ///< Null when ICU could not make one.
+    std::optional<NumericDatePattern> _numericPattern;
+};
+
+DateFormatter::DateFormatter(std::string pattern, const Locale& locale)
+    : _implementation(std::make_unique<const Implementation>(std::move(pattern), locale)) {
+}
+
+DateFormatter::~DateFormatter() = default;
+
+const std::string& DateFormatter::dateFormat() const {
+    return _implementation->pattern();
+}
+
+std::string DateFormatter::stringFromDate(Date date) const {
+    return _implementation->text(date);
+}
+
+std::optional<Date> DateFormatter::dateFromString(std::string_view text) const {
+    return _implementation->date(text);
+}
+
+} // namespace exifcard
