@@ -9,11 +9,12 @@ import sys
 
 FOUNDATION = "platform/foundation"
 UIVALUES = "platform/uivalues"
+SQLITE = "platform/sqlite"
 
 # Rooms from the ground up, those of one storey together: a room may use those of the storeys below it.
 STOREYS = [
     [FOUNDATION],
-    [UIVALUES],
+    [UIVALUES, SQLITE],
     ["platform/imageio", "platform/coreimage", "platform/avfoundation", "platform/corelocation", "platform/messages"],
     ["platform/imageio/pixels", "platform/photos"],
     ["settings"],
@@ -36,6 +37,7 @@ NARROWED = {
     "platform/photos": {
         FOUNDATION,
         UIVALUES,
+        SQLITE,
         "platform/imageio",
         "platform/coreimage",
         "platform/avfoundation",

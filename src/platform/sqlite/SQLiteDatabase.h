@@ -1,0 +1,89 @@
+#pragma once
+
+#include "platform/foundation/Value.h"
+
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace exifcard {
+
+class SQLiteDatabase;
+
+/// The rows of one query, one at a time. Lives no longer than its database.
+class SQLiteStatement {
+public:
+    ~SQLiteStatement();
+    SQLiteStatement(SQLiteStatement&& other) noexcept;
+    SQLiteStatement(const SQLiteStatement&) = delete;
+    SQLiteStatement& operator=(const SQLiteStatement&) = delete;
+    SQLiteStatement& operator=(SQLiteStatement&&) = delete;
+
+    /// Goes to the next row. False behind the last one and when something failed.
+    bool step();
+
+    /// A column of the row, counted from 0. A number that is no number reads as 0.
+    std::int64_t integer(int column) const;
+    /// Nothing for a null.
+    std::optional<std::string> text(int column) const;
+    bool isNull(int column) const;
+
+private:
+    friend class SQLiteDatabase;
+    class Handle;
+    explicit SQLiteStatement(std::unique_ptr<Handle> handle);
+
+    std::unique_ptr<Handle> _handle; // Null when the query could not be made.
+};
+
+/// One connection to a database file that several programs share: write-ahead
+/// logging, synced at each commit, with a schema that is brought up to date
+/// when it is opened. For one thread at a time.
+///
+/// Nothing throws. After the first failure every call does nothing, so that a
+/// run of calls needs one look at `error` at its end.
+class SQLiteDatabase {
+public:
+    /// Opens the file, or makes it for its owner only.
+    /// @param migrations  What turns version n into n + 1 at index n; a new file is
+    ///                    version 0. A file of a later version than there are is left
+    ///                    alone, and so is one that is no database.
+    SQLiteDatabase(std::string path, std::span<const char* const> migrations);
+    ~SQLiteDatabase();
+    SQLiteDatabase(const SQLiteDatabase&) = delete;
+    SQLiteDatabase& operator=(const SQLiteDatabase&) = delete;
+
+    /// Waits for other programs that write, up to ten seconds, and begins a
+    /// transaction. Without a `commit` it is rolled back with the database.
+    void beginImmediate();
+    void commit();
+
+    void execute(std::string_view sql, std::initializer_list<Value> arguments = {});
+    SQLiteStatement query(std::string_view sql, std::initializer_list<Value> arguments = {});
+    std::int64_t lastInsertedRow() const;
+
+    bool hasFailed() const { return _error.has_value(); }
+    /// What went wrong first: one sentence with the file and the cause.
+    const std::optional<std::string>& error() const { return _error; }
+    /// Makes every later call do nothing, as after a failure of the database's own.
+    void fail(std::string error);
+
+private:
+    friend class SQLiteStatement;
+    class Connection;
+
+    void open();
+    void migrate(std::span<const char* const> migrations);
+    std::int64_t schemaVersion();
+    void failWithCode(int code);
+
+    std::string _path;
+    std::unique_ptr<Connection> _connection;
+    std::optional<std::string> _error;
+};
+
+} // namespace exifcard
