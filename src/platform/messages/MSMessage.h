@@ -13,6 +13,7 @@ namespace exifcard {
 /// no room.
 struct MSMessageTemplateLayout {
     std::shared_ptr<const UIImage> image;
+    std::optional<URL> mediaFileURL; ///< Shown where there is no image.
     std::optional<std::string> imageTitle;
     std::optional<std::string> imageSubtitle;
     std::optional<std::string> caption;
