@@ -10,3 +10,14 @@ pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(TURBOJPEG REQUIRED IMPORTED_TARGET libturbojpeg)
 pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET vips)
+
+# exifcard_use_mimalloc(<program>)
+#
+# Links the program with the mimalloc allocator in place of the C library's, where that is wanted.
+function(exifcard_use_mimalloc program)
+    if(EXIFCARD_USE_MIMALLOC AND NOT EXIFCARD_SANITIZERS)
+        find_package(mimalloc REQUIRED)
+        # Nothing names a function of it: the linker would drop it as unneeded.
+        target_link_options(${program} PRIVATE -Wl,--push-state,--no-as-needed -lmimalloc -Wl,--pop-state)
+    endif()
+endfunction()

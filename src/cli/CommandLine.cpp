@@ -1,0 +1,106 @@
+#include "cli/CommandLine.h"
+
+#include "cli/GlobalOptions.h"
+#include "cli/HelpFormatter.h"
+#include "cli/Session.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <string>
+
+namespace exifcard {
+namespace {
+
+constexpr const char* kSummary =
+    "Reads the metadata of photos, and sends photos with a caption of their settings";
+constexpr const char* kExamples = R"(What a photo tells:
+  exifcard rows photo.jpg
+The share texts of all photos below a folder:
+  find Pictures -name '*.jpg' -print0 | exifcard share -0
+A photo into a conversation, with its caption:
+  exifcard send photo.jpg --to Ann)";
+
+void addCommand(CLI::App& parent, const Command& command, CommandTree& tree) {
+    CLI::App* const app = parent.add_subcommand(command.name, command.summary);
+    app->group("Commands");
+    app->footer(command.examples);
+    if (command.declare != nullptr) {
+        tree.actions.emplace_back(app, command.declare(*app));
+    } else {
+        app->require_subcommand(1);
+    }
+    for (const Command& subcommand : command.subcommands) {
+        addCommand(*app, subcommand, tree);
+    }
+}
+
+/// The command that was named, down to its last subcommand.
+const CLI::App* chosenCommand(const CLI::App* app) {
+    while (!app->get_subcommands().empty()) {
+        app = app->get_subcommands().front();
+    }
+    return app;
+}
+
+/// "exifcard settings get", for messages.
+std::string fullName(const CLI::App* app) {
+    return app->get_parent() == nullptr ? app->get_name()
+                                        : fullName(app->get_parent()) + " " + app->get_name();
+}
+
+ExitStatus answerParseError(const CLI::App& root, const CLI::ParseError& error, Session& session) {
+    const CLI::App* const command = chosenCommand(&root);
+    if (dynamic_cast<const CLI::CallForHelp*>(&error) != nullptr) {
+        session.print(command->help(command == &root ? "" : fullName(command->get_parent())));
+        return session.status();
+    }
+    if (dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr) {
+        session.print(std::string(error.what()) + "\n");
+        return session.status();
+    }
+    std::string fault = error.what();
+    if (!command->get_subcommands({}).empty()) {
+        const auto unknown = command->remaining();
+        fault = unknown.empty() ? "a command is missing" : "there is no " + unknown.front();
+    }
+    return session.refuse(fmt::format("{}; see {} --help", fault, fullName(command)));
+}
+
+} // namespace
+
+CommandTree::CommandTree() : root(std::make_unique<CLI::App>(kSummary, "exifcard")) {
+}
+
+CommandTree::~CommandTree() = default;
+
+ExitStatus runCommandLine(int argumentCount, char** arguments) {
+    CommandTree tree;
+    CLI::App& root = *tree.root;
+    root.formatter(std::make_shared<HelpFormatter>());
+    root.set_help_flag("-h,--help", "Print this help");
+    root.set_version_flag("--version", "exifcard " EXIFCARD_VERSION, "Print the version");
+    root.footer(kExamples);
+    root.require_subcommand(1);
+    root.fallthrough();
+    const auto globalOptions = declareGlobalOptions(root);
+    for (const Command* command : allCommands()) {
+        addCommand(root, *command, tree);
+    }
+    try {
+        root.parse(argumentCount, arguments);
+    } catch (const CLI::ParseError& error) {
+        Session session{SessionOptions{}};
+        return answerParseError(root, error, session);
+    }
+    Session session(applyGlobalOptions(*globalOptions));
+    const CLI::App* const chosen = chosenCommand(&root);
+    for (const auto& [app, action] : tree.actions) {
+        if (app == chosen) {
+            return action(session);
+        }
+    }
+    return session.refuse("nothing to do; see exifcard --help");
+}
+
+} // namespace exifcard

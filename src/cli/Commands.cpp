@@ -1,0 +1,12 @@
+#include "cli/Commands.h"
+
+namespace exifcard {
+
+std::span<const Command* const> allCommands() {
+    static constexpr const Command* kCommands[] = {
+        &kCompletionCommand,
+    };
+    return kCommands;
+}
+
+} // namespace exifcard

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "cli/Command.h"
+
+namespace exifcard {
+
+extern const Command kCompletionCommand;
+
+} // namespace exifcard
