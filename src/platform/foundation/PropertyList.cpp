@@ -1,0 +1,49 @@
+#include "platform/foundation/PropertyList.h"
+
+#include "platform/foundation/PropertyListBounds.h"
+#include "platform/foundation/PropertyListTree.h"
+
+#include <plist/plist.h>
+
+namespace exifcard::propertylist {
+namespace {
+
+void applyChange(void* dictionary, const Change& change) {
+    const std::string key = wellFormedText(change.first);
+    if (auto node = treeFromValue(change.second)) {
+        plist_dict_set_item(dictionary, key.c_str(), node.release());
+    } else if (plist_dict_get_item(dictionary, key.c_str()) != nullptr) {
+        plist_dict_remove_item(dictionary, key.c_str());
+    }
+}
+
+} // namespace
+
+std::optional<Value> read(const Data& bytes) {
+    const auto tree = treeFromBytes(bytes);
+    auto value = valueFromNode(tree.get());
+    return value.isNothing() ? std::nullopt : std::optional(std::move(value));
+}
+
+Data writeXML(const Value& value) {
+    return xmlFromTree(treeFromValue(value));
+}
+
+Data writeBinary(const Value& value) {
+    return binaryFromTree(treeFromValue(value));
+}
+
+std::optional<Data> withChanges(const Data& bytes, const std::vector<Change>& changes) {
+    auto tree = treeFromBytes(bytes);
+    const bool isDictionary = tree && PLIST_IS_DICT(tree.get());
+    if (!isDictionary) {
+        tree.reset(plist_new_dict());
+    }
+    for (const Change& change : changes) {
+        applyChange(tree.get(), change);
+    }
+    auto changed = isDictionary && isBinary(bytes.text()) ? binaryFromTree(tree) : xmlFromTree(tree);
+    return isWithinBounds(changed.text()) ? std::optional(std::move(changed)) : std::nullopt;
+}
+
+} // namespace exifcard::propertylist
