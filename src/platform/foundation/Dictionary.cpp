@@ -23,6 +23,12 @@ DictionaryPtr Dictionary::make(std::initializer_list<Entry> entries) {
     return std::make_shared<Dictionary>(entries);
 }
 
+DictionaryPtr Dictionary::fromSortedEntries(std::vector<Entry> entries) {
+    auto dictionary = std::make_shared<Dictionary>();
+    dictionary->_entries = std::move(entries);
+    return dictionary;
+}
+
 const Value& Dictionary::objectForKey(std::string_view key) const {
     const auto found = lowerBound(_entries, key);
     return found != _entries.end() && found->first == key ? found->second : nothing();

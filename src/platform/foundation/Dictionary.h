@@ -22,6 +22,8 @@ public:
     Dictionary(std::initializer_list<Entry> entries);
 
     static DictionaryPtr make(std::initializer_list<Entry> entries = {});
+    /// Takes entries that already stand in ascending byte order of different keys and hold something.
+    static DictionaryPtr fromSortedEntries(std::vector<Entry> entries);
 
     std::size_t count() const { return _entries.size(); }
     bool isEmpty() const { return _entries.empty(); }

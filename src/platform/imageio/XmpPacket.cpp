@@ -1,0 +1,239 @@
+#include "platform/imageio/XmpPacket.h"
+
+#include <expat.h>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <type_traits>
+
+namespace exifcard {
+namespace {
+
+/// Between the address of a vocabulary and a name: a character that stands in neither.
+constexpr char kSeparator = '\n';
+/// A property of the needed vocabularies lies at most eleven elements deep; a hostile packet lies deeper.
+constexpr std::size_t kMostDepth = 64;
+
+constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
+constexpr std::string_view kXml = "http://www.w3.org/XML/1998/namespace";
+
+struct Vocabulary {
+    std::string_view address;
+    XmpNamespace space;
+};
+
+constexpr Vocabulary kVocabularies[] = {
+    {"http://ns.adobe.com/exif/1.0/", XmpNamespace::Exif},
+    {"http://cipa.jp/exif/1.0/", XmpNamespace::Exif},
+    {"http://ns.adobe.com/tiff/1.0/", XmpNamespace::Tiff},
+    {"http://ns.adobe.com/exif/1.0/aux/", XmpNamespace::Aux},
+    {"http://purl.org/dc/elements/1.1/", XmpNamespace::DublinCore},
+    {"http://ns.adobe.com/photoshop/1.0/", XmpNamespace::Photoshop},
+    {"http://ns.adobe.com/xap/1.0/", XmpNamespace::Xmp},
+    {"http://ns.adobe.com/xap/1.0/rights/", XmpNamespace::XmpRights},
+    {"http://iptc.org/std/Iptc4xmpCore/1.0/xmlns/", XmpNamespace::IptcCore},
+};
+
+struct QualifiedName {
+    std::string_view address;
+    std::string_view name;
+};
+
+QualifiedName qualifiedName(std::string_view joined) {
+    const auto separator = joined.find(kSeparator);
+    if (separator == std::string_view::npos) {
+        return {{}, joined};
+    }
+    return {joined.substr(0, separator), joined.substr(separator + 1)};
+}
+
+bool isRdf(const QualifiedName& name, std::string_view local) {
+    return name.name == local && name.address == kRdf;
+}
+
+std::optional<XmpNamespace> vocabulary(std::string_view address) {
+    const auto known = std::ranges::find(kVocabularies, address, &Vocabulary::address);
+    return known == std::end(kVocabularies) ? std::nullopt : std::optional(known->space);
+}
+
+/// What an element of the packet stands for.
+enum class Role { Ignored, Packet, Node, Property, List, Item };
+
+struct Element {
+    Role role = Role::Ignored;
+    /// Of a property, or the one that stands before each member of a node.
+    XmpProperty property = {};
+    std::string text = {};
+    bool isDefaultLanguage = false;
+};
+
+class PacketReader {
+public:
+    std::vector<XmpProperty> read(std::span<const std::uint8_t> packet);
+
+private:
+    static void onStart(void* self, const XML_Char* name, const XML_Char** attributes);
+    static void onEnd(void* self, const XML_Char* name);
+    static void onText(void* self, const XML_Char* text, int length);
+    static void onDocumentType(
+        void* self, const XML_Char* name, const XML_Char* systemId, const XML_Char* publicId, int hasSubset);
+
+    void start(const QualifiedName& name, const XML_Char** attributes);
+    void end();
+    Element elementWithin(const Element& parent, const QualifiedName& name) const;
+    Element propertyWithin(const Element& node, const QualifiedName& name) const;
+    void readAttributes(Element& element, const XML_Char** attributes);
+    void addMember(const Element& node, const QualifiedName& name, std::string_view value);
+    void addItem(Element item);
+    void addProperty(Element element);
+    void stop() { XML_StopParser(_parser.get(), XML_FALSE); }
+
+    using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)>;
+    Parser _parser{XML_ParserCreateNS(nullptr, kSeparator), XML_ParserFree};
+    std::vector<Element> _elements; // From the root to the one being read.
+    std::vector<XmpProperty> _properties;
+    bool _isComplete = false;
+};
+
+std::vector<XmpProperty> PacketReader::read(std::span<const std::uint8_t> packet) {
+    if (!_parser || packet.size() > std::numeric_limits<int>::max()) {
+        return {};
+    }
+    XML_SetUserData(_parser.get(), this);
+    XML_SetElementHandler(_parser.get(), onStart, onEnd);
+    XML_SetCharacterDataHandler(_parser.get(), onText);
+    XML_SetStartDoctypeDeclHandler(_parser.get(), onDocumentType);
+    XML_Parse(_parser.get(), reinterpret_cast<const char*>(packet.data()), static_cast<int>(packet.size()),
+        XML_TRUE);
+    return _isComplete ? std::move(_properties) : std::vector<XmpProperty>();
+}
+
+void PacketReader::onStart(void* self, const XML_Char* name, const XML_Char** attributes) {
+    static_cast<PacketReader*>(self)->start(qualifiedName(name), attributes);
+}
+
+void PacketReader::onEnd(void* self, const XML_Char* /*name*/) {
+    static_cast<PacketReader*>(self)->end();
+}
+
+void PacketReader::onText(void* self, const XML_Char* text, int length) {
+    auto& elements = static_cast<PacketReader*>(self)->_elements;
+    const bool isValue =
+        !elements.empty() && (elements.back().role == Role::Property || elements.back().role == Role::Item);
+    if (isValue) {
+        elements.back().text.append(text, static_cast<std::size_t>(length));
+    }
+}
+
+void PacketReader::onDocumentType(void* self,
+    const XML_Char* /*name*/,
+    const XML_Char* /*systemId*/,
+    const XML_Char* /*publicId*/,
+    int /*hasSubset*/) {
+    static_cast<PacketReader*>(self)->stop();
+}
+
+void PacketReader::start(const QualifiedName& name, const XML_Char** attributes) {
+    if (_elements.size() >= kMostDepth) {
+        stop();
+        return;
+    }
+    Element element = isRdf(name, "RDF")  ? Element{.role = Role::Packet}
+                      : _elements.empty() ? Element()
+                                          : elementWithin(_elements.back(), name);
+    readAttributes(element, attributes);
+    _elements.push_back(std::move(element));
+}
+
+Element PacketReader::elementWithin(const Element& parent, const QualifiedName& name) const {
+    switch (parent.role) {
+    case Role::Packet:
+        return {.role = isRdf(name, "Description") ? Role::Node : Role::Ignored};
+    case Role::Node:
+        return propertyWithin(parent, name);
+    case Role::Property:
+        if (isRdf(name, "Alt") || isRdf(name, "Bag") || isRdf(name, "Seq")) {
+            return {.role = Role::List};
+        }
+        return isRdf(name, "Description") ? Element{.role = Role::Node, .property = parent.property}
+                                          : Element();
+    case Role::List:
+        return {.role = isRdf(name, "li") ? Role::Item : Role::Ignored};
+    default:
+        return {};
+    }
+}
+
+/// The property that `name` is within a node: of a known vocabulary, or a member of such a property.
+Element PacketReader::propertyWithin(const Element& node, const QualifiedName& name) const {
+    if (!node.property.name.empty()) {
+        const bool isItsValue = isRdf(name, "value");
+        auto member = isItsValue ? node.property.name : node.property.name + "/" + std::string(name.name);
+        return {.role = Role::Property, .property = {node.property.space, std::move(member), {}}};
+    }
+    const auto space = vocabulary(name.address);
+    return space ? Element{.role = Role::Property, .property = {*space, std::string(name.name), {}}}
+                 : Element();
+}
+
+void PacketReader::readAttributes(Element& element, const XML_Char** attributes) {
+    for (; *attributes != nullptr; attributes += 2) {
+        const auto name = qualifiedName(attributes[0]);
+        const std::string_view value = attributes[1];
+        if (element.role == Role::Item) {
+            element.isDefaultLanguage |= name.address == kXml && name.name == "lang" && value == "x-default";
+        } else if (element.role == Role::Property && isRdf(name, "parseType") && value == "Resource") {
+            element.role = Role::Node;
+        } else if (element.role == Role::Property && isRdf(name, "resource")) {
+            element.text = value;
+        } else if (element.role == Role::Node || element.role == Role::Property) {
+            addMember(element, name, value);
+        }
+    }
+}
+
+void PacketReader::addMember(const Element& node, const QualifiedName& name, std::string_view value) {
+    Element member = propertyWithin(node, name);
+    if (member.role == Role::Property && name.address != kRdf && name.address != kXml) {
+        member.text = value;
+        addProperty(std::move(member));
+    }
+}
+
+void PacketReader::end() {
+    Element element = std::move(_elements.back());
+    _elements.pop_back();
+    if (element.role == Role::Packet) {
+        _isComplete = true;
+        stop(); // Only blanks for later changes follow.
+    } else if (element.role == Role::Item) {
+        addItem(std::move(element));
+    } else if (element.role == Role::Property) {
+        addProperty(std::move(element));
+    }
+}
+
+void PacketReader::addItem(Element item) {
+    auto& values = _elements[_elements.size() - 2].property.values; // The list stands between.
+    values.insert(item.isDefaultLanguage ? values.begin() : values.end(), std::move(item.text));
+}
+
+void PacketReader::addProperty(Element element) {
+    auto& values = element.property.values;
+    if (values.empty() && element.text.find_first_not_of(" \t\r\n") != std::string::npos) {
+        values.push_back(std::move(element.text));
+    }
+    if (!values.empty()) {
+        _properties.push_back(std::move(element.property));
+    }
+}
+
+} // namespace
+
+std::vector<XmpProperty> propertiesFromXmpPacket(std::span<const std::uint8_t> packet) {
+    return PacketReader().read(packet);
+}
+
+} // namespace exifcard
