@@ -19,13 +19,13 @@ bool CLLocationCoordinate2DIsValid(const CLLocationCoordinate2D& coordinate);
 /// A place as a device reports it. A negative accuracy, course or speed means
 /// that the device did not know it.
 struct CLLocation {
-    CLLocationCoordinate2D coordinate;
+    CLLocationCoordinate2D coordinate = {};
     double altitude = 0;            ///< Metres above sea level.
     double horizontalAccuracy = -1; ///< Metres.
     double verticalAccuracy = -1;   ///< Metres.
     double course = -1;             ///< Degrees clockwise from true north.
     double speed = -1;              ///< Metres per second.
-    std::optional<Date> timestamp;
+    std::optional<Date> timestamp = std::nullopt;
     bool operator==(const CLLocation&) const = default;
 };
 
