@@ -1,8 +1,7 @@
 #include "platform/foundation/MessageCatalogue.h"
 
 #include "platform/foundation/FormatString.h"
-
-#include <unicode/ustring.h>
+#include "platform/foundation/UTF8.h"
 
 #include <cstring>
 
@@ -57,13 +56,6 @@ private:
     bool _isSwapped = false;
 };
 
-bool isUtf8(std::string_view text) {
-    auto status = U_ZERO_ERROR;
-    std::int32_t length = 0;
-    u_strFromUTF8(nullptr, 0, &length, text.data(), static_cast<std::int32_t>(text.size()), &status);
-    return status == U_BUFFER_OVERFLOW_ERROR; // The text would fit a buffer.
-}
-
 } // namespace
 
 std::unique_ptr<const MessageCatalogue> MessageCatalogue::fromData(const Data& file) {
@@ -90,7 +82,7 @@ bool MessageCatalogue::readEntries() {
         const auto key = reader.text(*keyTable + index * kTableEntrySize);
         const auto text = reader.text(*textTable + index * kTableEntrySize);
         // The empty key holds the catalogue's own description.
-        if (key && text && !key->empty() && !text->empty() && isUtf8(*text)) {
+        if (key && text && !key->empty() && !text->empty() && isValidUTF8(*text)) {
             _translations.try_emplace(*key, Translation{*text, formatsAgree(*key, *text)});
         }
     }
