@@ -60,6 +60,44 @@ std::uint64_t countedBits(const FormatConversion& conversion, std::int64_t argum
                                 : shifted >> dropped;
 }
 
+int baseOf(const FormatConversion& conversion) {
+    switch (conversion.letter) {
+    case 'x':
+    case 'X':
+        return 16;
+    case 'o':
+        return 8;
+    default:
+        return 10;
+    }
+}
+
+void makeUpper(char* first, char* last) {
+    std::transform(first, last, first, [](char character) {
+        return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+    });
+}
+
+/// The digits of an integer, in a part of `buffer`. A precision is the least
+/// number of digits, so that with 0 the number 0 has none.
+std::string_view writeInteger(
+    std::span<char> buffer, const FormatConversion& conversion, std::uint64_t magnitude) {
+    char* const digits = buffer.data() + kHighestFormatPrecision; // Room for zeros in front.
+    char* const end = std::to_chars(digits, buffer.data() + buffer.size(), magnitude, baseOf(conversion)).ptr;
+    if (conversion.letter == 'X') {
+        makeUpper(digits, end);
+    }
+    char* start = magnitude == 0 && conversion.precision == 0 ? end : digits;
+    const auto leastDigits = static_cast<std::ptrdiff_t>(conversion.precision.value_or(1));
+    while (end - start < leastDigits) {
+        *--start = '0';
+    }
+    if (conversion.isAlternate && conversion.letter == 'o' && (start == end || *start != '0')) {
+        *--start = '0';
+    }
+    return {start, static_cast<std::size_t>(end - start)};
+}
+
 /// The digits of a finite number that is not negative, as C writes them; `letter` is f, e, g or a.
 char* writeReal(std::span<char> buffer, char letter, std::optional<std::size_t> precision, double magnitude) {
     constexpr std::size_t kDefaultPrecision = 6;
@@ -116,31 +154,12 @@ void appendInteger(std::string& text, const FormatConversion& conversion, std::i
     const std::uint64_t bits = countedBits(conversion, argument);
     const bool isNegative = isSigned(conversion) && static_cast<std::int64_t>(bits) < 0;
     const std::uint64_t magnitude = isNegative ? 0 - bits : bits;
-    const bool isHexadecimal = conversion.letter == 'x' || conversion.letter == 'X';
-    const int base = isHexadecimal ? 16 : conversion.letter == 'o' ? 8 : 10;
-
-    std::array<char, kHighestFormatPrecision + 64> buffer;
-    char* const digits = buffer.data() + kHighestFormatPrecision;
-    char* const end = std::to_chars(digits, buffer.data() + buffer.size(), magnitude, base).ptr;
-    if (conversion.letter == 'X') {
-        std::transform(digits, end, digits,
-            [](char digit) { return digit >= 'a' ? static_cast<char>(digit - 'a' + 'A') : digit; });
-    }
-    // A precision is the least number of digits, so that with 0 the number 0 has none.
-    char* start = magnitude == 0 && conversion.precision == 0 ? end : digits;
-    const auto leastDigits = static_cast<std::ptrdiff_t>(conversion.precision.value_or(1));
-    while (end - start < leastDigits) {
-        *--start = '0';
-    }
-    if (conversion.isAlternate && base == 8 && (start == end || *start != '0')) {
-        *--start = '0';
-    }
-
     std::string_view prefix = isSigned(conversion) ? signPrefix(conversion, isNegative) : "";
-    if (conversion.isAlternate && isHexadecimal && magnitude != 0) {
+    if (conversion.isAlternate && baseOf(conversion) == 16 && magnitude != 0) {
         prefix = conversion.letter == 'x' ? "0x" : "0X";
     }
-    appendField(text, conversion, prefix, std::string_view(start, static_cast<std::size_t>(end - start)),
+    std::array<char, kLongestInteger> buffer;
+    appendField(text, conversion, prefix, writeInteger(buffer, conversion, magnitude),
         /*mayPadWithZeros=*/!conversion.precision);
 }
 
@@ -163,9 +182,7 @@ void appendReal(std::string& text, const FormatConversion& conversion, double ar
     char* const end = (conversion.isAlternate ? writeAlternateReal : writeReal)(
         buffer, lowerLetter, conversion.precision, std::abs(argument));
     if (isUpper) {
-        std::transform(buffer.data(), end, buffer.data(), [](char digit) {
-            return digit >= 'a' && digit <= 'z' ? static_cast<char>(digit - 'a' + 'A') : digit;
-        });
+        makeUpper(buffer.data(), end);
     }
     appendField(text, conversion, prefix,
         std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data())),

@@ -8,13 +8,11 @@
 
 namespace exifcard {
 
-/// Each appends one argument as the conversion asks, which takes its kind.
-
-/// As C's integer conversions; the bits that the length modifier does not cover are dropped.
+/// Appends an integer to `text` as C does; the bits that the length modifier does not cover are dropped.
 void appendInteger(std::string& text, const FormatConversion& conversion, std::int64_t argument);
-/// As C's, with a correctly rounded last digit; not-a-number has no sign.
+/// Appends a real as C does, with a correctly rounded last digit; not-a-number has no sign.
 void appendReal(std::string& text, const FormatConversion& conversion, double argument);
-/// A precision cuts after so many characters; the text is UTF-8.
+/// Appends an object's text, which is UTF-8; a precision cuts it after so many characters.
 void appendObject(std::string& text, const FormatConversion& conversion, std::string_view argument);
 
 } // namespace exifcard
