@@ -4,6 +4,9 @@ namespace exifcard {
 
 std::span<const Command* const> allCommands() {
     static constexpr const Command* kCommands[] = {
+        &kPropertiesCommand,
+        &kConversationCommand,
+        &kConversationsCommand,
         &kCompletionCommand,
     };
     return kCommands;

@@ -5,5 +5,8 @@
 namespace exifcard {
 
 extern const Command kCompletionCommand;
+extern const Command kConversationCommand;
+extern const Command kConversationsCommand;
+extern const Command kPropertiesCommand;
 
 } // namespace exifcard

@@ -138,13 +138,4 @@ char32_t takeCharacter(std::string_view& rest) {
     return character;
 }
 
-bool isUTF8(std::string_view text) {
-    while (!text.empty()) {
-        if (takeCharacter(text) == kMalformedCharacter) {
-            return false;
-        }
-    }
-    return true;
-}
-
 } // namespace exifcard

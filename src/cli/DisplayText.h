@@ -23,7 +23,4 @@ std::size_t displayWidth(std::string_view text);
 char32_t takeCharacter(std::string_view& rest);
 inline constexpr char32_t kMalformedCharacter = 0xFFFFFFFF;
 
-/// Whether all of `text` is well-formed UTF-8.
-bool isUTF8(std::string_view text);
-
 } // namespace exifcard

@@ -5,6 +5,7 @@
 #include "cli/LocalTime.h"
 #include "platform/foundation/Array.h"
 #include "platform/foundation/Dictionary.h"
+#include "platform/foundation/UTF8.h"
 
 #include <charconv>
 #include <cmath>
@@ -117,6 +118,10 @@ JsonWriter& JsonWriter::text(std::string_view value) {
     return *this;
 }
 
+JsonWriter& JsonWriter::textOrNull(const std::optional<std::string>& value) {
+    return value ? text(*value) : null();
+}
+
 JsonWriter& JsonWriter::integer(std::int64_t value) {
     separate();
     appendNumber(_text, value);
@@ -174,7 +179,7 @@ JsonWriter& JsonWriter::value(const Value& value) {
 
 JsonWriter& JsonWriter::file(std::string_view name) {
     key("file");
-    if (isUTF8(name)) {
+    if (isValidUTF8(name)) {
         return text(name);
     }
     null();

@@ -3,6 +3,7 @@
 #include "platform/foundation/Value.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,8 @@ public:
     JsonWriter& key(std::string_view name);
 
     JsonWriter& text(std::string_view value);
+    /// Null for nothing.
+    JsonWriter& textOrNull(const std::optional<std::string>& value);
     JsonWriter& integer(std::int64_t value);
     JsonWriter& boolean(bool value);
     /// The shortest digits that read back as the same number; null for what is no finite number.

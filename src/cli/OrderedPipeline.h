@@ -8,8 +8,8 @@ namespace exifcard {
 
 /// What became of one input.
 struct FileResult {
-    std::string output;  ///< For standard output; may be empty.
-    std::string failure; ///< One line about what went wrong; empty where all went well.
+    std::string output = {};  ///< For standard output; may be empty.
+    std::string failure = {}; ///< One line about what went wrong; empty where all went well.
 };
 
 /// The three steps of a run over many files.

@@ -30,6 +30,9 @@ public:
     /// One line about what went wrong ("cannot read a.jpg: no such file"); the run counts as failed.
     void fail(std::string_view message);
 
+    /// The run counts as failed; what went wrong stands in the results.
+    void countFailure() { _hasFailed = true; }
+
     /// One line about what was asked wrongly. Answers the status to end with.
     ExitStatus refuse(std::string_view message);
 

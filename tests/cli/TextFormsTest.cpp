@@ -3,6 +3,7 @@
 #include "cli/JsonWriter.h"
 #include "platform/foundation/Array.h"
 #include "platform/foundation/Dictionary.h"
+#include "platform/foundation/UTF8.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +38,7 @@ TEST(DisplayTextTest, ShowsWhatCouldSteerATerminalAsAPicture) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.line);
         EXPECT_EQ(displayLine(c.text), c.line);
-        EXPECT_TRUE(isUTF8(displayLine(c.text)));
+        EXPECT_TRUE(isValidUTF8(displayLine(c.text)));
     }
     EXPECT_EQ(displayLines("a\nb\tc"), "a\nb\tc");
 }

@@ -1,0 +1,70 @@
+#include "cli/PhotoFile.h"
+
+#include "platform/foundation/Data.h"
+#include "platform/imageio/CGImageSource.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace exifcard {
+namespace {
+
+std::string causeOfError(int error) {
+    return error == ENOENT ? "no such file" : std::generic_category().message(error);
+}
+
+struct KindOfFile {
+    mode_t kind;
+    const char* cause;
+};
+
+constexpr KindOfFile kNoRegularFiles[] = {
+    {S_IFDIR, "is a folder"},
+    {S_IFIFO, "is a pipe"},
+    {S_IFSOCK, "is a socket"},
+    {S_IFCHR, "is a device"},
+    {S_IFBLK, "is a device"},
+};
+
+/// Why a regular file gave no metadata.
+std::string causeInContent(const std::string& name) {
+    const CGImageSourcePtr source = CGImageSourceCreateWithURL(urlOfFile(name));
+    if (!source) {
+        return "cannot be opened";
+    }
+    if (CGImageSourceGetData(*source).empty()) {
+        return "is empty";
+    }
+    return CGImageSourceGetType(*source).empty() ? "is not an image" : "is damaged or cut short";
+}
+
+} // namespace
+
+URL urlOfFile(const std::string& name) {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(name, error);
+    return URL::fileURLWithPath(error ? name : path.string());
+}
+
+std::string causeOfFailure(const std::string& name) {
+    struct stat status {};
+    if (::stat(name.c_str(), &status) != 0) {
+        return causeOfError(errno);
+    }
+    for (const KindOfFile& noFile : kNoRegularFiles) {
+        if ((status.st_mode & S_IFMT) == noFile.kind) {
+            return noFile.cause;
+        }
+    }
+    if (::access(name.c_str(), R_OK) != 0) {
+        return causeOfError(errno);
+    }
+    return causeInContent(name);
+}
+
+} // namespace exifcard
