@@ -94,6 +94,26 @@ TEST_F(ConversationStoreFaultTest, LeavesADatabaseThatItCannotUseAsItIs) {
     }
 }
 
+TEST_F(ConversationStoreFaultTest, StaysInItsFolderWhicheverByteIsDamaged) {
+    std::string bytes = bytesOf(databaseFile());
+    std::size_t readable = 0;
+    for (std::size_t position = 0; position < bytes.size(); position += bytes[position] == 0 ? 101 : 7) {
+        SCOPED_TRACE(position);
+        bytes[position] = static_cast<char>(~bytes[position]);
+        std::ofstream(databaseFile()) << bytes;
+        bytes[position] = static_cast<char>(~bytes[position]);
+        const auto content = _store.content("Ada");
+        EXPECT_TRUE(content.error || content.entries.size() <= 1);
+        for (const ConversationEntry& entry : content.entries) {
+            readable += entry.picture ? 1 : 0;
+            EXPECT_EQ(
+                fs::path(entry.picture ? entry.picture->file : dataFolder() + "/pictures/-").parent_path(),
+                dataFolder() + "/pictures");
+        }
+    }
+    EXPECT_GT(readable, 0U);
+}
+
 TEST_F(ConversationStoreFaultTest, TellsWhatItMayNotOpenOrWrite) {
     const auto isRefused = [this](const char* cause) {
         return ChildProcess([this, cause] {
