@@ -18,8 +18,7 @@ public:
     using CompletionHandler = std::function<void(const std::optional<std::string>& error)>;
     /// Makes what is stored of a bubble's picture; nothing for one that does not decode, which then is
     /// left out. Called on a background queue.
-    using PictureEncoder =
-        std::function<std::optional<EncodedPicture>(const UIImage& picture)>;
+    using PictureEncoder = std::function<std::optional<EncodedPicture>(const UIImage& picture)>;
 
     /// @param name  As `ConversationStore` takes it.
     MSConversation(
