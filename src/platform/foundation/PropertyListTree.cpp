@@ -69,7 +69,7 @@ Tree nodeFromDate(Date date) {
 Value textFromNode(void* node) {
     std::uint64_t length = 0;
     const char* const text = plist_get_string_ptr(node, &length);
-    return text != nullptr ? wellFormedText(std::string_view(text, length)) : std::string();
+    return text != nullptr ? std::string(text, length) : std::string();
 }
 
 Value dataFromNode(void* node) {
@@ -111,36 +111,43 @@ Value scalarFromNode(void* node) {
     }
 }
 
+void mendText(void* node) {
+    std::uint64_t length = 0;
+    const char* const text = plist_get_string_ptr(node, &length);
+    const std::string_view view(text != nullptr ? text : "", text != nullptr ? length : 0);
+    if (const auto wellFormed = wellFormedText(view); wellFormed != view) {
+        plist_set_string_val(node, wellFormed.c_str());
+    }
+}
+
+void mendKey(void* entry, const std::string& key) {
+    if (const auto wellFormed = wellFormedText(key); wellFormed != key) {
+        plist_set_key_val(plist_dict_item_get_key(entry), wellFormed.c_str());
+    }
+}
+
+/// Makes every text below the node well formed: the library's writers trust
+/// them, and malformed ones change with each writing.
+/// @return False for what is nested beyond the bounds.
 // NOLINTNEXTLINE(misc-no-recursion): bounded by kMostNesting.
-Value valueAtDepth(void* node, int depth) {
-    if (node == nullptr || depth > kMostNesting) {
-        return {};
+bool mendTexts(void* node, int depth) {
+    if (depth > kMostNesting) {
+        return false;
     }
     switch (plist_get_node_type(node)) {
-    case PLIST_ARRAY: {
-        auto array = Array::make();
-        for (void* const element : elementsOfNode(node)) {
-            auto value = valueAtDepth(element, depth + 1);
-            if (value.isNothing()) {
-                return {};
-            }
-            array->addObject(std::move(value));
-        }
-        return array;
-    }
-    case PLIST_DICT: {
-        auto dictionary = Dictionary::make();
-        for (const auto& [key, entry] : entriesOfNode(node)) {
-            auto value = valueAtDepth(entry, depth + 1);
-            if (value.isNothing()) {
-                return {};
-            }
-            dictionary->setObjectForKey(std::move(value), key);
-        }
-        return dictionary;
-    }
+    case PLIST_STRING:
+        mendText(node);
+        return true;
+    case PLIST_ARRAY:
+        return std::ranges::all_of(
+            elementsOfNode(node), [depth](void* element) { return mendTexts(element, depth + 1); });
+    case PLIST_DICT:
+        return std::ranges::all_of(entriesOfNode(node), [depth](const auto& entry) {
+            mendKey(entry.second, entry.first);
+            return mendTexts(entry.second, depth + 1);
+        });
     default:
-        return scalarFromNode(node);
+        return true;
     }
 }
 
@@ -225,15 +232,36 @@ Tree treeFromBytes(const Data& bytes) {
     const auto read = isBinary(text) ? plist_from_bin : plist_from_xml;
     plist_t node = nullptr;
     read(text.data(), static_cast<std::uint32_t>(text.size()), &node);
-    return Tree(node);
+    Tree tree(node);
+    return tree && mendTexts(node, 1) ? std::move(tree) : nullptr;
 }
 
 Tree treeFromValue(const Value& value) {
     return nodeAtDepth(value, 1);
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): a tree is nested at most kMostNesting deep.
 Value valueFromNode(void* node) {
-    return valueAtDepth(node, 1);
+    switch (plist_get_node_type(node)) {
+    case PLIST_ARRAY: {
+        auto array = Array::make();
+        for (void* const element : elementsOfNode(node)) {
+            array->addObject(valueFromNode(element));
+        }
+        return array;
+    }
+    case PLIST_DICT: {
+        auto dictionary = Dictionary::make();
+        auto entries = entriesOfNode(node);
+        std::ranges::stable_sort(entries, {}, &Entry::first); // In that order a dictionary fills in no time.
+        for (const auto& [key, entry] : entries) {
+            dictionary->setObjectForKey(valueFromNode(entry), key);
+        }
+        return dictionary;
+    }
+    default:
+        return scalarFromNode(node);
+    }
 }
 
 Data binaryFromTree(const Tree& tree) {
@@ -260,8 +288,8 @@ std::string wellFormedText(std::string_view text) {
     return units.toUTF8String(wellFormed);
 }
 
-std::vector<std::pair<std::string, void*>> entriesOfNode(void* node) {
-    std::vector<std::pair<std::string, void*>> entries;
+std::vector<Entry> entriesOfNode(void* node) {
+    std::vector<Entry> entries;
     plist_dict_iter iterator = nullptr;
     plist_dict_new_iter(node, &iterator);
     const Iterator owner(iterator);
@@ -273,7 +301,7 @@ std::vector<std::pair<std::string, void*>> entriesOfNode(void* node) {
         if (value == nullptr) {
             break;
         }
-        entries.emplace_back(wellFormedText(key != nullptr ? key : ""), value);
+        entries.emplace_back(key != nullptr ? key : "", value);
     }
     return entries;
 }

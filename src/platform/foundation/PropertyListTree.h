@@ -15,11 +15,12 @@ struct NodeDeleter {
 /// A node of the property-list library, with all that lies below it.
 using Tree = std::unique_ptr<void, NodeDeleter>;
 
+/// The bytes as a tree within the bounds, all its texts well formed.
 /// @return Null for bytes that are no property list or go beyond the bounds.
 Tree treeFromBytes(const Data& bytes);
 /// @return Null for nothing, and for what is nested beyond the bounds.
 Tree treeFromValue(const Value& value);
-/// @param node  May be null; a node nested beyond the bounds gives nothing.
+/// @param node  Null, and what a property list cannot hold, gives nothing.
 Value valueFromNode(void* node);
 
 Data binaryFromTree(const Tree& tree);
@@ -29,8 +30,10 @@ Data xmlFromTree(const Tree& tree);
 /// character that XML cannot hold.
 std::string wellFormedText(std::string_view text);
 
-/// The keys and values of a dictionary node, in its order; empty for any other.
-std::vector<std::pair<std::string, void*>> entriesOfNode(void* node);
+/// A key and the node under it.
+using Entry = std::pair<std::string, void*>;
+/// The entries of a dictionary node, in its order; empty for any other.
+std::vector<Entry> entriesOfNode(void* node);
 /// The elements of an array node; empty for any other.
 std::vector<void*> elementsOfNode(void* node);
 
