@@ -54,7 +54,9 @@ Date dateFromNode(void* node) {
     std::int32_t seconds = 0;
     std::int32_t microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
-    return Date{kEpochSince1970 + seconds + (seconds < 0 ? -microseconds : microseconds) / kMicroseconds};
+    // The library answers a number without sign, and any number for a date beyond its range.
+    const double fraction = std::clamp(microseconds / kMicroseconds, 0.0, 1.0);
+    return Date{kEpochSince1970 + seconds + std::copysign(fraction, seconds)};
 }
 
 Tree nodeFromDate(Date date) {

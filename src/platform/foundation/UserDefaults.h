@@ -27,20 +27,22 @@ class UserDefaults : public std::enable_shared_from_this<UserDefaults> {
 public:
     /// The program's own store, one for both programs.
     static std::shared_ptr<UserDefaults> standardUserDefaults();
-    /// The shared store of that name; an empty name is the standard one.
+    /// The shared store of that name, which makes part of a file's; an empty one is the standard store.
     static std::shared_ptr<UserDefaults> initWithSuiteName(std::string_view name);
 
     ~UserDefaults();
     UserDefaults(const UserDefaults&) = delete;
     UserDefaults& operator=(const UserDefaults&) = delete;
 
-    /// The stored value, or nothing. Containers are answered as copies.
+    /// The stored value, or nothing. Containers are answered as copies. Never waits for the disk.
     Value objectForKey(std::string_view key) const;
-    /// Stores a property-list value; storing nothing removes the key.
+    /// Stores a property-list value; storing nothing removes the key. What is too
+    /// long for the file is logged and not stored.
     void setObjectForKey(const Value& value, std::string_view key);
     void removeObjectForKey(std::string_view key);
     std::vector<std::string> allKeys() const;
     /// Reads what other programs wrote meanwhile. Not needed inside one program.
+    /// @return False while something could not be written.
     bool synchronize();
 
     /// Where the store lies.
@@ -54,6 +56,8 @@ public:
 private:
     class Implementation;
     explicit UserDefaults(std::unique_ptr<Implementation> implementation);
+
+    void tellChange();
 
     std::unique_ptr<Implementation> _implementation;
 };
