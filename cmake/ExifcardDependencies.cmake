@@ -11,6 +11,7 @@ pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(TURBOJPEG REQUIRED IMPORTED_TARGET libturbojpeg)
 pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET vips)
+pkg_check_modules(ZIMG REQUIRED IMPORTED_TARGET zimg)
 
 # exifcard_use_mimalloc(<program>)
 #

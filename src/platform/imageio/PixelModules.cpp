@@ -1,0 +1,82 @@
+#include "platform/imageio/PixelModules.h"
+
+#include "platform/foundation/FilePaths.h"
+#include "platform/foundation/Log.h"
+
+#include <algorithm>
+#include <string>
+
+#include <dlfcn.h>
+
+namespace exifcard {
+namespace {
+
+constexpr std::string_view kJpegType = "public.jpeg";
+
+constexpr std::string_view kTypes[] = {kJpegType, "public.png", "public.tiff", "com.compuserve.gif",
+    "org.webmproject.webp", "public.heic", "public.heif", "public.avif"};
+
+/// A module once loaded stays until the program ends. Null when it or the name is missing.
+template<typename Entry>
+Entry* loadEntry(const std::string& module, const char* name) {
+    const std::string path = modulePath(module);
+    void* const library = path.empty() ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const entry = library != nullptr ? dlsym(library, name) : nullptr;
+    if (entry == nullptr) {
+        errorLog("The module " + module + " is missing: its pictures stay empty.");
+    }
+    return reinterpret_cast<Entry*>(entry);
+}
+
+template<typename Entry>
+auto callEntry(const std::string& module, const char* name) {
+    Entry* const entry = loadEntry<Entry>(module, name);
+    return entry != nullptr ? entry() : nullptr;
+}
+
+const PixelCoder* jpegCoder() {
+    static const auto* const coder = callEntry<PixelCoderEntry>("pixels", kPixelCoderEntry);
+    return coder;
+}
+
+const BitmapScaler* scaler() {
+    static const auto* const scaler = callEntry<BitmapScalerEntry>("pixels", kBitmapScalerEntry);
+    return scaler;
+}
+
+const PixelCoder* generalCoder() {
+    static const auto* const coder = callEntry<PixelCoderEntry>("pixels-vips", kPixelCoderEntry);
+    return coder;
+}
+
+} // namespace
+
+bool canDecode(std::string_view type) {
+    return std::ranges::count(kTypes, type) > 0;
+}
+
+std::optional<Bitmap> decodedBitmap(
+    std::span<const std::uint8_t> bytes, std::string_view type, std::optional<PixelSize> wanted) {
+    if (!canDecode(type)) {
+        return std::nullopt;
+    }
+    if (const PixelCoder* const coder = type == kJpegType ? jpegCoder() : nullptr; coder != nullptr) {
+        if (auto bitmap = coder->decode(bytes, type, wanted)) {
+            return bitmap;
+        }
+    }
+    const PixelCoder* const coder = generalCoder();
+    return coder != nullptr ? coder->decode(bytes, type, wanted) : std::nullopt;
+}
+
+std::vector<std::uint8_t> encodedBitmap(
+    const Bitmap& bitmap, std::string_view type, const EncodingOptions& options) {
+    const PixelCoder* const coder = type == kJpegType ? jpegCoder() : generalCoder();
+    return coder != nullptr ? coder->encode(bitmap, type, options) : std::vector<std::uint8_t>();
+}
+
+std::optional<Bitmap> scaledBitmap(const Bitmap& bitmap, const CGRect& region, PixelSize size) {
+    return scaler() != nullptr ? scaler()->resampled(bitmap, region, size) : std::nullopt;
+}
+
+} // namespace exifcard

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/imageio/PixelCoder.h"
+
+namespace exifcard {
+
+/// JPEG through libjpeg-turbo, scaled while it is decoded. Leaves CMYK and rare
+/// kinds of sampling to another coder.
+class JpegCoder final : public PixelCoder {
+public:
+    std::optional<Bitmap> decode(std::span<const std::uint8_t> bytes,
+        std::string_view type,
+        std::optional<PixelSize> wanted) const override;
+    std::vector<std::uint8_t> encode(
+        const Bitmap& bitmap, std::string_view type, const EncodingOptions& options) const override;
+};
+
+} // namespace exifcard
