@@ -11,8 +11,8 @@
 namespace exifcard::propertylist {
 namespace {
 
-/// A hundred times what the settings need; reading and writing so many takes a tenth of a second.
-constexpr std::size_t kMostObjects = 20'000;
+/// A hundred times what the settings need; reading and writing so many takes a quarter of a second.
+constexpr std::size_t kMostObjects = 50'000;
 constexpr std::size_t kMostBinaryBytes = 16U << 20U;
 constexpr std::size_t kMostXMLBytes = 4U << 20U;
 /// The library frees a tree by recursion; this many levels take half a megabyte of stack.
