@@ -25,8 +25,8 @@ CGSize scaled(CGSize size, double factor) {
     return {size.width * factor, size.height * factor};
 }
 
-bool isSmallerBothWays(CGSize size, CGSize limits) {
-    return size.width < limits.width && size.height < limits.height;
+bool isSmallerBothWays(CGSize image, CGSize limits) {
+    return image.width < limits.width && image.height < limits.height;
 }
 
 } // namespace

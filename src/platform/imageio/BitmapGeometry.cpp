@@ -56,31 +56,6 @@ PixelWalk walkOf(const Bitmap& stored, Turn turn) {
     return walk;
 }
 
-/// Copies block by block: with rows and columns exchanged, a whole row of the result would touch as many
-/// cache lines as it has pixels.
-template<std::size_t channels>
-void copyTurned(const Bitmap& stored, const PixelWalk& walk, Bitmap& result) {
-    constexpr int kBlock = 32;
-    const auto copyBlock = [&](int left, int top) {
-        for (int y = top; y < std::min(top + kBlock, result.height); ++y) {
-            const std::uint8_t* const line =
-                stored.pixels.data() + (walk.origin + y * walk.row) * static_cast<std::ptrdiff_t>(channels);
-            std::uint8_t* const pixels = result.pixels.data() + static_cast<std::size_t>(y) *
-                                                                    static_cast<std::size_t>(result.width) *
-                                                                    channels;
-            for (int x = left; x < std::min(left + kBlock, result.width); ++x) {
-                std::memcpy(pixels + static_cast<std::size_t>(x) * channels,
-                    line + x * walk.column * static_cast<std::ptrdiff_t>(channels), channels);
-            }
-        }
-    };
-    for (int top = 0; top < result.height; top += kBlock) {
-        for (int left = 0; left < result.width; left += kBlock) {
-            copyBlock(left, top);
-        }
-    }
-}
-
 Bitmap emptyBitmap(int width, int height, int channels) {
     Bitmap bitmap;
     bitmap.width = width;
@@ -95,6 +70,50 @@ std::size_t offsetOf(const Bitmap& bitmap, int column, int row) {
     return (static_cast<std::size_t>(row) * static_cast<std::size_t>(bitmap.width) +
                static_cast<std::size_t>(column)) *
            static_cast<std::size_t>(bitmap.channels);
+}
+
+struct PixelBlock {
+    int left;
+    int top;
+    int right;
+    int bottom;
+};
+
+/// Copies a part of the result's rows and columns.
+template<std::size_t channels>
+void copyBlock(const Bitmap& stored, const PixelWalk& walk, Bitmap& result, const PixelBlock& block) {
+    constexpr auto kStep = static_cast<std::ptrdiff_t>(channels);
+    for (int y = block.top; y < block.bottom; ++y) {
+        const std::uint8_t* const source = stored.pixels.data() + (walk.origin + y * walk.row) * kStep;
+        std::uint8_t* const target = result.pixels.data() + offsetOf(result, 0, y);
+        for (int x = block.left; x < block.right; ++x) {
+            std::memcpy(target + x * kStep, source + x * walk.column * kStep, channels);
+        }
+    }
+}
+
+/// Block by block: with rows and columns exchanged, a whole row of the result would touch as many cache lines
+/// as it has pixels.
+template<std::size_t channels>
+void copyTurned(const Bitmap& stored, const PixelWalk& walk, Bitmap& result) {
+    constexpr int kBlock = 32;
+    for (int top = 0; top < result.height; top += kBlock) {
+        for (int left = 0; left < result.width; left += kBlock) {
+            copyBlock<channels>(stored, walk, result,
+                {left, top, std::min(left + kBlock, result.width), std::min(top + kBlock, result.height)});
+        }
+    }
+}
+
+/// One row as RGB and alpha.
+void copyWithAlpha(const std::uint8_t* source, int channels, std::uint8_t* target, int width) {
+    const int green = channels == 1 ? 0 : 1;
+    for (int column = 0; column < width; ++column, source += channels, target += 4) {
+        target[0] = source[0];
+        target[1] = source[green];
+        target[2] = source[2 * green];
+        target[3] = channels == 4 ? source[3] : 255;
+    }
 }
 
 } // namespace
@@ -159,16 +178,9 @@ Bitmap bitmapOnCanvas(const Bitmap& bitmap, int left, int top, int width, int he
     if (bitmap.channels > 1) {
         canvas.iccProfile = bitmap.iccProfile; // A profile for grey does not fit RGB.
     }
-    const int lastColor = bitmap.channels == 1 ? 0 : 2;
     for (int row = 0; row < bitmap.height; ++row) {
-        const std::uint8_t* source = bitmap.pixels.data() + offsetOf(bitmap, 0, row);
-        std::uint8_t* pixel = canvas.pixels.data() + offsetOf(canvas, left, top + row);
-        for (int column = 0; column < bitmap.width; ++column, source += bitmap.channels, pixel += 4) {
-            for (int color = 0; color < 3; ++color) {
-                pixel[color] = source[std::min(color, lastColor)];
-            }
-            pixel[3] = bitmap.channels == 4 ? source[3] : 255;
-        }
+        copyWithAlpha(bitmap.pixels.data() + offsetOf(bitmap, 0, row), bitmap.channels,
+            canvas.pixels.data() + offsetOf(canvas, left, top + row), bitmap.width);
     }
     return canvas;
 }

@@ -69,15 +69,15 @@ struct ItemLocation {
 /// Goes over the entries of "iloc".
 class LocationList {
 public:
-    explicit LocationList(ByteSpan payload) : _cursor(payload) {
-        _version = takeListHead(_cursor).version;
-        const auto sizes = _cursor.number(2);
-        _offsetSize = (sizes >> 12U) & 0xFU;
-        _lengthSize = (sizes >> 8U) & 0xFU;
-        _baseSize = (sizes >> 4U) & 0xFU;
-        _indexSize = _version == 0 ? 0 : sizes & 0xFU;
-        _itemCount = _cursor.number(_version < 2 ? 2 : 4);
-    }
+    explicit LocationList(ByteSpan payload)
+        : _cursor(payload)
+        , _version(takeListHead(_cursor).version)
+        , _sizes(_cursor.number(2))
+        , _offsetSize((_sizes >> 12U) & 0xFU)
+        , _lengthSize((_sizes >> 8U) & 0xFU)
+        , _baseSize((_sizes >> 4U) & 0xFU)
+        , _indexSize(_version == 0 ? 0 : _sizes & 0xFU)
+        , _itemCount(_cursor.number(_version < 2 ? 2 : 4)) {}
 
     std::optional<ItemLocation> location(std::uint32_t id) {
         const auto fits = [](std::size_t size) { return size == 0 || size == 4 || size == 8; };
@@ -120,12 +120,13 @@ private:
     }
 
     ByteCursor _cursor;
-    std::uint64_t _version = 0;
-    std::size_t _offsetSize = 0;
-    std::size_t _lengthSize = 0;
-    std::size_t _baseSize = 0;
-    std::size_t _indexSize = 0;
-    std::uint64_t _itemCount = 0;
+    std::uint64_t _version;
+    std::uint64_t _sizes; // The four that follow, four bits each.
+    std::size_t _offsetSize;
+    std::size_t _lengthSize;
+    std::size_t _baseSize;
+    std::size_t _indexSize;
+    std::uint64_t _itemCount;
 };
 
 Data joinedExtents(const std::vector<ItemLocation::Extent>& extents, const Data& origin) {
@@ -140,8 +141,8 @@ Data joinedExtents(const std::vector<ItemLocation::Extent>& extents, const Data&
     return Data::fromBytes(std::move(joined));
 }
 
-/// The numbers of an item's properties in one "ipma" list; nothing when the item is not in it.
-std::optional<std::vector<std::size_t>> propertyIndexes(ByteSpan associations, std::uint32_t id) {
+/// The numbers of an item's properties in one "ipma" list, from 1.
+std::vector<std::size_t> propertyIndexes(ByteSpan associations, std::uint32_t id) {
     ByteCursor cursor(associations);
     const ListHead head = takeListHead(cursor);
     const std::size_t indexSize = (head.flags & 1U) != 0 ? 2 : 1;
@@ -160,7 +161,7 @@ std::optional<std::vector<std::size_t>> propertyIndexes(ByteSpan associations, s
         }
         return indexes;
     }
-    return std::nullopt;
+    return {};
 }
 
 } // namespace
@@ -171,37 +172,41 @@ std::optional<HeifMeta> HeifMeta::read(ByteSpan payload) {
     HeifMeta meta;
     bool isWhole = true;
     BoxWalk walk(cursor.rest());
-    while (const auto box = walk.next()) {
-        switch (box->type) {
-        case boxType("pitm"): {
-            ByteCursor item(box->payload);
-            meta._primaryId = takeId(item, takeListHead(item).version >= 1);
-            break;
-        }
-        case boxType("iinf"):
-            isWhole = isWhole && meta.readItems(box->payload);
-            break;
-        case boxType("iref"):
-            isWhole = isWhole && meta.readReferences(box->payload);
-            break;
-        case boxType("iprp"):
-            isWhole = isWhole && meta.readProperties(box->payload);
-            break;
-        case boxType("iloc"):
-            meta._locations = box->payload;
-            break;
-        case boxType("idat"):
-            meta._ownBytes = box->payload;
-            break;
-        default:
-            break;
-        }
+    while (const auto list = walk.next()) {
+        isWhole = isWhole && meta.takeList(*list);
     }
     std::ranges::stable_sort(meta._items, {}, &HeifItem::id);
     if (walk.isBroken() || !isWhole || meta.item(meta._primaryId) == nullptr) {
         return std::nullopt;
     }
     return meta;
+}
+
+bool HeifMeta::takeList(const Box& list) {
+    switch (list.type) {
+    case boxType("pitm"):
+        return readPrimaryId(list.payload);
+    case boxType("iinf"):
+        return readItems(list.payload);
+    case boxType("iref"):
+        return readReferences(list.payload);
+    case boxType("iprp"):
+        return readProperties(list.payload);
+    case boxType("iloc"):
+        _locations = list.payload;
+        return true;
+    case boxType("idat"):
+        _ownBytes = list.payload;
+        return true;
+    default:
+        return true;
+    }
+}
+
+bool HeifMeta::readPrimaryId(ByteSpan primaryItem) {
+    ByteCursor cursor(primaryItem);
+    _primaryId = takeId(cursor, takeListHead(cursor).version >= 1);
+    return !cursor.isBroken();
 }
 
 bool HeifMeta::readItems(ByteSpan itemInfo) {
@@ -269,8 +274,7 @@ const HeifItem* HeifMeta::item(std::uint32_t id) const {
 std::vector<Box> HeifMeta::properties(std::uint32_t id) const {
     std::vector<Box> properties;
     for (const ByteSpan associations : _associations) {
-        for (const std::size_t index :
-            propertyIndexes(associations, id).value_or(std::vector<std::size_t>())) {
+        for (const std::size_t index : propertyIndexes(associations, id)) {
             if (index >= 1 && index <= _properties.size()) {
                 properties.push_back(_properties[index - 1]);
             }

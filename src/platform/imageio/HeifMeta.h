@@ -49,6 +49,9 @@ public:
     Data content(std::uint32_t id, const Data& file) const;
 
 private:
+    // Each answers false for a list that is broken or too long.
+    bool takeList(const Box& list);
+    bool readPrimaryId(ByteSpan primaryItem);
     bool readItems(ByteSpan itemInfo);
     bool readReferences(ByteSpan itemReferences);
     bool readProperties(ByteSpan itemProperties);

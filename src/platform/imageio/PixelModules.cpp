@@ -30,7 +30,7 @@ Entry* loadEntry(const std::string& module, const char* name) {
 
 template<typename Entry>
 auto callEntry(const std::string& module, const char* name) {
-    Entry* const entry = loadEntry<Entry>(module, name);
+    auto* const entry = loadEntry<Entry>(module, name);
     return entry != nullptr ? entry() : nullptr;
 }
 

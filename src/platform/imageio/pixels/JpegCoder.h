@@ -6,6 +6,7 @@ namespace exifcard {
 
 /// JPEG through libjpeg-turbo, scaled while it is decoded. Leaves CMYK and rare
 /// kinds of sampling to another coder.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted through its base.
 class JpegCoder final : public PixelCoder {
 public:
     std::optional<Bitmap> decode(std::span<const std::uint8_t> bytes,

@@ -5,6 +5,7 @@
 namespace exifcard {
 namespace {
 
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted through its base.
 class Scaler final : public BitmapScaler {
 public:
     std::optional<Bitmap> resampled(

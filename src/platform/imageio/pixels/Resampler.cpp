@@ -175,8 +175,7 @@ std::optional<Bitmap> resampledBitmap(const Bitmap& bitmap, const CGRect& region
     }
     unsigned lineCount = 0;
     zimg_filter_graph_get_input_buffering(graph.get(), &lineCount);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the window only reads the bitmap when it
-    // unpacks.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the window only reads what it unpacks.
     auto* const pixels = const_cast<std::uint8_t*>(bitmap.pixels.data());
     RowWindow unpacked(pixels, {bitmap.width, bitmap.height}, bitmap.channels, lineCount);
     if (!unpacked.isAllocated()) {

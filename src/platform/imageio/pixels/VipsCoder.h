@@ -6,6 +6,7 @@ namespace exifcard {
 
 /// PNG, TIFF, WebP, GIF, HEIF and AVIF through libvips, and the JPEGs that
 /// `JpegCoder` leaves. Writes PNG.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted through its base.
 class VipsCoder final : public PixelCoder {
 public:
     /// Null when the library does not start.
