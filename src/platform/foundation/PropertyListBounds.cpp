@@ -13,8 +13,7 @@ namespace {
 
 /// A hundred times what the settings need; reading and writing so many takes a quarter of a second.
 constexpr std::size_t kMostObjects = 50'000;
-constexpr std::size_t kMostBinaryBytes = 16U << 20U;
-constexpr std::size_t kMostXMLBytes = 4U << 20U;
+constexpr std::size_t kMostBytes = 4U << 20U;
 /// The library frees a tree by recursion; this many levels take half a megabyte of stack.
 constexpr std::size_t kMostXMLContainers = 4096;
 /// The library moves the rest of the text down for each entity: this many bytes take a tenth of a second.
@@ -136,15 +135,43 @@ private:
         case 0xa: // Arrays.
             return weighReferences(object.content, object.size, depth);
         case 0xd: // Dictionaries: all keys, then all values.
-            return object.size <= kMostObjects ? weighReferences(object.content, 2 * object.size, depth)
-                                               : std::nullopt;
+            return areKeysTexts(object) ? weighReferences(object.content, 2 * object.size, depth)
+                                        : std::nullopt;
         default:
             return std::nullopt;
         }
     }
 
+    bool areKeysTexts(const Object& dictionary) const {
+        if (dictionary.size > kMostObjects) {
+            return false;
+        }
+        for (std::size_t entry = 0; entry < dictionary.size; ++entry) {
+            const auto reference = number(dictionary.content + entry * _referenceSize, _referenceSize);
+            const auto key = reference ? objectAt(*reference) : std::nullopt;
+            if (!key || !isTextWithoutZero(*key)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// The library ends the program when it is asked for a key with a zero character in it.
+    bool isTextWithoutZero(const Object& object) const {
+        const std::size_t unit = object.type == 0x6 ? 2 : 1;
+        if ((object.type != 0x5 && object.type != 0x6) || object.size > kMostBytes) {
+            return false;
+        }
+        for (std::size_t index = 0; index < object.size; ++index) {
+            if (number(object.content + index * unit, unit).value_or(0) == 0) {
+                return false;
+            }
+        }
+        return true;
+    }
+
     static std::optional<Weight> weighBytes(std::size_t count, std::size_t bytesEach) {
-        return count <= kMostBinaryBytes ? std::optional(Weight{1, count * bytesEach, 0}) : std::nullopt;
+        return count <= kMostBytes ? std::optional(Weight{1, count * bytesEach, 0}) : std::nullopt;
     }
 
     std::optional<Weight> weighReferences(std::size_t position, std::size_t count, int depth) {
@@ -158,7 +185,7 @@ private:
             sum.objects += weight->objects;
             sum.bytes += weight->bytes;
             sum.height = std::max(sum.height, weight->height + 1);
-            if (sum.objects > kMostObjects || sum.bytes > 3 * kMostBinaryBytes) {
+            if (sum.objects > kMostObjects || sum.bytes > 3 * kMostBytes) {
                 return std::nullopt;
             }
         }
@@ -183,7 +210,8 @@ std::size_t countOf(std::string_view text, std::string_view part) {
 
 /// Counts what looks like a tag, in comments too: more than the library can find.
 bool isXMLWithinBounds(std::string_view text) {
-    return text.size() <= kMostXMLBytes && countOf(text, "<") <= 2 * kMostObjects &&
+    return text.size() <= kMostBytes && text.find('\0') == std::string_view::npos &&
+           countOf(text, "<") <= 2 * kMostObjects &&
            countOf(text, "<array") + countOf(text, "<dict") <= kMostXMLContainers &&
            countOf(text, "&") * text.size() <= kMostBytesMovedForEntities;
 }
@@ -198,7 +226,7 @@ bool isWithinBounds(std::string_view bytes) {
     if (!isBinary(bytes)) {
         return isXMLWithinBounds(bytes);
     }
-    return bytes.size() <= kMostBinaryBytes && BinaryScale(bytes).isRootWithinBounds();
+    return bytes.size() <= kMostBytes && BinaryScale(bytes).isRootWithinBounds();
 }
 
 } // namespace exifcard::propertylist

@@ -75,7 +75,8 @@ TEST(PropertyListTest, ATextKeepsOnlyWhatXMLCanHold) {
 TEST(PropertyListTest, RefusesHostileBytes) {
     for (const char* name : {"array-in-itself.bplist", "billion-objects.bplist", "gigabytes-of-text.bplist",
              "nested-65-deep.bplist", "text-past-end.bplist", "size-is-no-number.bplist",
-             "table-past-end.bplist", "root-past-end.bplist", "count-of-objects-huge.bplist"}) {
+             "table-past-end.bplist", "root-past-end.bplist", "key-with-zero.bplist",
+             "count-of-objects-huge.bplist"}) {
         SCOPED_TRACE(name);
         EXPECT_FALSE(propertylist::read(sample(name)));
     }
