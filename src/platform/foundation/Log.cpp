@@ -96,6 +96,12 @@ void debugLog(std::string_view line) {
     }
 }
 
+void debugLog(std::string_view format, std::initializer_list<FormatArgument> arguments) {
+    if (isDebugLogWanted()) {
+        debugLog(stringWithFormat(format, arguments));
+    }
+}
+
 void errorLog(std::string_view line) {
     if (!capture(line)) {
         write(spdlog::level::err, line);

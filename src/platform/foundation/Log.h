@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/foundation/FormatString.h"
+
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -15,6 +18,8 @@ bool isDebugLogWanted();
 
 /// Writes one debug line; ask `isDebugLogWanted` first where the line costs something to make.
 void debugLog(std::string_view line);
+/// The same of a platform format, filled only when the line goes somewhere.
+void debugLog(std::string_view format, std::initializer_list<FormatArgument> arguments);
 /// One line about something that went wrong: to standard error while the
 /// program has no other place for it.
 void errorLog(std::string_view line);
