@@ -3,6 +3,8 @@
 #include "platform/uivalues/UIScreen.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace exifcard {
 namespace {
@@ -28,6 +30,27 @@ CGSize scaled(CGSize size, double factor) {
 bool isSmallerBothWays(CGSize image, CGSize limits) {
     return image.width < limits.width && image.height < limits.height;
 }
+
+int wholeSide(double side) {
+    return std::max(1, static_cast<int>(std::lround(side)));
+}
+
+/// A thumbnail that is drawn when it is wanted.
+class ThumbnailPixels : public PixelSource {
+public:
+    ThumbnailPixels(std::shared_ptr<const UIImage> image, CGSize size)
+        : _image(std::move(image))
+        , _size(size) {}
+
+    std::shared_ptr<const Bitmap> decode(std::optional<CGSize> /*smallest*/) const override {
+        const auto thumbnail = drawnImage(*_image, _size, {{}, _size}, 1);
+        return thumbnail ? thumbnail->bitmap() : nullptr;
+    }
+
+private:
+    std::shared_ptr<const UIImage> _image;
+    CGSize _size; // In whole pixels.
+};
 
 } // namespace
 
@@ -73,13 +96,23 @@ std::shared_ptr<UIImage> imageWithImageScaledToFillToSize(
 }
 
 std::shared_ptr<UIImage> thumbNailImageFromImageSource(const CGImageSourcePtr& source) {
-    const auto image = source ? imageWithData(CGImageSourceGetData(*source)) : nullptr;
+    return source ? thumbNailImageFromImageSource(source, CGImageSourceCopyPropertiesAtIndex(*source, 0))
+                  : nullptr;
+}
+
+std::shared_ptr<UIImage> thumbNailImageFromImageSource(
+    const CGImageSourcePtr& source, const DictionaryPtr& properties) {
+    auto image = source ? imageWithSource(*source, properties) : nullptr;
     if (!image) {
         return nullptr;
     }
     const CGSize own = image->size();
     const CGSize size = scaled(own, std::min(1.0, kThumbnailSide / std::max(own.width, own.height)));
-    return drawnImage(*image, size, {{}, size}, 1);
+    const int width = wholeSide(size.width);
+    const int height = wholeSide(size.height);
+    auto pixels = std::make_shared<ThumbnailPixels>(
+        std::move(image), CGSize{static_cast<double>(width), static_cast<double>(height)});
+    return std::make_shared<UIImage>(std::move(pixels), width, height);
 }
 
 } // namespace exifcard

@@ -8,8 +8,8 @@
 
 namespace exifcard {
 
-// Class operations on UIImage. Each draws at once and blocks; any thread. A null image gives null, and so
-// does one that does not decode.
+// Class operations on UIImage. Each but the last draws at once and blocks; any thread. A null image gives
+// null, and so does one that does not decode.
 
 /// The angle in degrees by which an orientation is turned: 0, 180, 90 (left), -90 (right); 0 for the mirrored
 /// ones.
@@ -28,7 +28,11 @@ std::shared_ptr<UIImage> imageWithImageScaledToFitToSize(const std::shared_ptr<U
 std::shared_ptr<UIImage> imageWithImageScaledToFillToSize(const std::shared_ptr<UIImage>& image, CGSize size);
 
 /// The first picture of a source, upright and at most 512 pixels long and wide, made from the full picture
-/// and never enlarged. Null for a null source and for what does not decode.
+/// and never enlarged. Its size is known at once; it is decoded each time that it is drawn, and then gives
+/// null where it does not decode. Null for a null source and for what is no picture.
 std::shared_ptr<UIImage> thumbNailImageFromImageSource(const CGImageSourcePtr& source);
+/// The same of a source whose properties have been read already; null gives null.
+std::shared_ptr<UIImage> thumbNailImageFromImageSource(
+    const CGImageSourcePtr& source, const DictionaryPtr& properties);
 
 } // namespace exifcard

@@ -59,9 +59,14 @@ private:
 
 std::shared_ptr<UIImage> imageWithData(const Data& data) {
     const auto source = CGImageSourceCreateWithData(data);
-    const std::string& type = CGImageSourceGetType(*source);
-    const auto properties = canDecode(type) ? CGImageSourceCopyPropertiesAtIndex(*source, 0) : nullptr;
-    if (!properties) {
+    return canDecode(CGImageSourceGetType(*source))
+               ? imageWithSource(*source, CGImageSourceCopyPropertiesAtIndex(*source, 0))
+               : nullptr;
+}
+
+std::shared_ptr<UIImage> imageWithSource(const CGImageSource& source, const DictionaryPtr& properties) {
+    const std::string& type = CGImageSourceGetType(source);
+    if (!properties || !canDecode(type)) {
         return nullptr;
     }
     const auto width = properties->objectForKey(kCGImagePropertyPixelWidth).integerValue();
@@ -71,6 +76,7 @@ std::shared_ptr<UIImage> imageWithData(const Data& data) {
         return nullptr;
     }
     const auto orientation = properties->objectForKey(kCGImagePropertyOrientation).integerValue();
+    const Data& data = CGImageSourceGetData(source);
     const auto boxes = readHeifBoxes(data);
     auto pixels = std::make_shared<EncodedPixels>(data, type, boxes ? boxes->exifOrientation : 1);
     return std::make_shared<UIImage>(std::move(pixels), static_cast<int>(width), static_cast<int>(height),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Data.h"
+#include "platform/imageio/CGImageSource.h"
 #include "platform/uivalues/CGGeometry.h"
 #include "platform/uivalues/UIImage.h"
 
@@ -13,6 +14,10 @@ namespace exifcard {
 /// @return Null for what is no picture or one of a kind that has no decoder here
 ///         (camera RAW has one of its own).
 std::shared_ptr<UIImage> imageWithData(const Data& data);
+
+/// The same of a source whose properties have been read already, so that its header is not read twice.
+/// @param properties  Of the image at index 0; null gives null.
+std::shared_ptr<UIImage> imageWithSource(const CGImageSource& source, const DictionaryPtr& properties);
 
 /// Draws an image upright into a transparent canvas.
 ///
