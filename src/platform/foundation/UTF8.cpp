@@ -14,7 +14,8 @@ bool isValidUTF8(std::string_view text) {
     std::int32_t length = 0; // Only counted: an overflow of the missing buffer is the answer for good text.
     UErrorCode status = U_ZERO_ERROR;
     u_strFromUTF8(nullptr, 0, &length, text.data(), static_cast<std::int32_t>(text.size()), &status);
-    return status == U_ZERO_ERROR || status == U_BUFFER_OVERFLOW_ERROR;
+    // A warning, for the empty text, is no failure.
+    return U_SUCCESS(status) || status == U_BUFFER_OVERFLOW_ERROR;
 }
 
 } // namespace exifcard

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/corelocation/CLGeocoder.h"
+#include "platform/corelocation/CountryMap.h"
+#include "platform/corelocation/GazetteerFile.h"
+#include "platform/corelocation/PlaceTree.h"
+#include "platform/foundation/Data.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace exifcard {
+
+/// The bundled file of places, read where it lies: a question touches only the
+/// pages around its answer.
+class Gazetteer {
+public:
+    /// The name of a place; what is not known is empty. The texts live as long as the gazetteer.
+    struct Answer {
+        std::string_view subLocality = {};
+        std::string_view locality = {};
+        std::string_view isoCountryCode = {};
+        /// `NoResult`, or `Network` where the file turns out damaged; else the country is known.
+        std::optional<CLError> error = {};
+    };
+
+    /// @return Null when the file is no whole gazetteer. What is damaged within it shows when it is read.
+    static std::unique_ptr<const Gazetteer> open(Data file);
+
+    /// Names the place as a person who lives there would.
+    Answer placeAt(const CLLocationCoordinate2D& coordinate) const;
+
+private:
+    struct Spot {
+        CLLocationCoordinate2D coordinate;
+        gazetteer::Point point;
+    };
+    struct Place {
+        bool isQuarter = false;
+        PlaceTree::Found found;
+    };
+
+    Gazetteer(Data file, const GazetteerArrays& arrays, PlaceTree towns, PlaceTree quarters, CountryMap map);
+
+    Answer answerAtValid(const CLLocationCoordinate2D& coordinate) const;
+    Answer answerAtSea(const Spot& spot) const;
+    Answer answerOnLand(const Spot& spot, std::uint8_t country) const;
+    /// @param country  The only one that counts; any if absent.
+    std::optional<Place> bestPlace(const Spot& spot, std::optional<std::uint8_t> country) const;
+    const gazetteer::Record& recordOf(const Place& place) const;
+    Answer answerForPlace(const Spot& spot, const Place& place) const;
+    Answer answerForTown(std::uint32_t town, std::optional<std::uint32_t> quarter) const;
+    Answer answerForCountry(std::uint8_t country) const;
+    /// Nothing where the file is damaged.
+    std::optional<std::string_view> nameOf(const gazetteer::Record& record) const;
+
+    Data _file;
+    GazetteerArrays _arrays; // Within _file.
+    PlaceTree _towns;
+    PlaceTree _quarters;
+    CountryMap _map;
+};
+
+} // namespace exifcard

@@ -1,0 +1,87 @@
+#include "platform/corelocation/GazetteerFile.h"
+
+#include <cstddef>
+#include <cstring>
+#include <stdexcept>
+
+namespace exifcard {
+namespace {
+
+constexpr std::size_t kAlignment = 8;
+
+/// The one list of what lies in a file, for reading and for writing.
+template<typename Visit>
+void visitArrays(gazetteer::Header& header, GazetteerArrays& arrays, Visit visit) {
+    const auto visitLayer = [&visit](gazetteer::TreeSections& sections, GazetteerArrays::Layer& layer) {
+        visit(sections.points, layer.points);
+        visit(sections.nodes, layer.nodes);
+        visit(sections.records, layer.records);
+    };
+    visitLayer(header.towns, arrays.towns);
+    visitLayer(header.quarters, arrays.quarters);
+    visit(header.townsOfQuarters, arrays.townsOfQuarters);
+    visit(header.names, arrays.names);
+    visit(header.countryCodes, arrays.countryCodes);
+    visit(header.cells, arrays.cells);
+    visit(header.edges, arrays.edges);
+    visit(header.vertices, arrays.vertices);
+    visit(header.countriesOfVertices, arrays.countriesOfVertices);
+}
+
+template<typename Element>
+std::optional<std::span<const Element>> elementsAt(
+    std::span<const std::uint8_t> file, const gazetteer::Section& section) {
+    // Both numbers have 32 bits, so that nothing overflows here.
+    if (section.offset % kAlignment != 0 || section.offset > file.size() ||
+        section.count > (file.size() - section.offset) / sizeof(Element)) {
+        return std::nullopt;
+    }
+    const auto* const first = reinterpret_cast<const Element*>(file.data() + section.offset);
+    return std::span(first, section.count);
+}
+
+bool doArraysBelongTogether(const GazetteerArrays& arrays) {
+    return arrays.towns.points.size() == arrays.towns.records.size() &&
+           arrays.quarters.points.size() == arrays.quarters.records.size() &&
+           arrays.quarters.points.size() == arrays.townsOfQuarters.size() &&
+           arrays.vertices.size() == arrays.countriesOfVertices.size();
+}
+
+} // namespace
+
+std::optional<GazetteerArrays> arraysOfGazetteerFile(std::span<const std::uint8_t> file) {
+    gazetteer::Header header;
+    if (file.size() < sizeof header) {
+        return std::nullopt;
+    }
+    std::memcpy(&header, file.data(), sizeof header);
+    if (header.magic != gazetteer::kMagic || header.version != gazetteer::kVersion ||
+        header.fileSize != file.size()) {
+        return std::nullopt;
+    }
+    GazetteerArrays arrays;
+    bool isWhole = true;
+    visitArrays(header, arrays, [&]<typename Element>(auto& section, std::span<const Element>& array) {
+        const auto elements = elementsAt<Element>(file, section);
+        isWhole = isWhole && elements;
+        array = elements.value_or(std::span<const Element>());
+    });
+    return isWhole && doArraysBelongTogether(arrays) ? std::optional(arrays) : std::nullopt;
+}
+
+std::vector<std::uint8_t> gazetteerFileWithArrays(GazetteerArrays arrays) {
+    gazetteer::Header header;
+    std::vector<std::uint8_t> file(sizeof header);
+    visitArrays(header, arrays, [&file](auto& section, auto& array) {
+        file.resize((file.size() + kAlignment - 1) / kAlignment * kAlignment);
+        section = {static_cast<std::uint32_t>(file.size()), static_cast<std::uint32_t>(array.size())};
+        const auto bytes = std::as_bytes(array);
+        const auto* const first = reinterpret_cast<const std::uint8_t*>(bytes.data());
+        file.insert(file.end(), first, first + bytes.size());
+    });
+    header.fileSize = static_cast<std::uint32_t>(file.size());
+    std::memcpy(file.data(), &header, sizeof header);
+    return file;
+}
+
+} // namespace exifcard
