@@ -1,0 +1,102 @@
+#include "sending/PhotoSending.h"
+
+#include "categories/UIImage+Resize.h"
+#include "metadata/ExifInformation.h"
+#include "platform/corelocation/CLGeocoder.h"
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/imageio/ImageDrawing.h"
+#include "sending/PhotoMessage.h"
+#include "sending/PresentationStyleHolder.h"
+#include "settings/PersistanceManager.h"
+
+namespace exifcard {
+namespace {
+
+/// The largest picture of a bubble, in points.
+constexpr CGSize kPictureLimits = {900, 900};
+
+/// Gives a record without a place name the one of its location, and then leaves the group.
+void findPlaceName(
+    const std::shared_ptr<ExifInformation>& record, const std::shared_ptr<DispatchGroup>& group) {
+    if (record->locationName && !record->locationName->empty()) {
+        return;
+    }
+    group->enter();
+    // Intended: asked without a location too; the answer is then that there is none.
+    const auto geocoder = std::make_shared<CLGeocoder>();
+    geocoder->reverseGeocodeLocation(
+        record->location, [record, group, geocoder](const std::vector<CLPlacemark>& placemarks, auto) {
+            if (!placemarks.empty()) {
+                record->locationName = placeNameFromPlacemark(placemarks.front());
+            }
+            group->leave();
+        });
+}
+
+} // namespace
+
+/// A photo on its way.
+struct PhotoSending::Photo {
+    std::shared_ptr<ExifInformation> record;
+    CompletionHandler completionHandler;
+    std::shared_ptr<const UIImage> picture; ///< Null without one.
+    CGSize size;                            ///< Upright, before it was made smaller.
+};
+
+PhotoSending::PhotoSending(
+    std::shared_ptr<const MSConversation> conversation, std::weak_ptr<PresentationStyleHolder> presentation)
+    : _conversation(std::move(conversation))
+    , _presentation(std::move(presentation)) {
+}
+
+void PhotoSending::sendPhotoWithEXIF(std::shared_ptr<ExifInformation> record,
+    const ImageDataRequest& requestImageData,
+    CompletionHandler completionHandler) const {
+    if (!completionHandler) {
+        completionHandler = [](const PhotoSendingResult&) {};
+    }
+    const Photo photo = {std::move(record), std::move(completionHandler), nullptr, {}};
+    requestImageData([sending = *this, photo](const std::optional<Data>& imageData) {
+        sending.imageDataArrived(photo, imageData);
+    });
+}
+
+void PhotoSending::imageDataArrived(Photo photo, const std::optional<Data>& imageData) const {
+    if (const auto image = imageData ? imageWithData(*imageData) : nullptr) {
+        photo.size = image->size();
+        photo.picture = imageWithImageScaledToFitToSize(image, kPictureLimits);
+    }
+    const auto group = std::make_shared<DispatchGroup>();
+    findPlaceName(photo.record, group);
+    group->notify(DispatchQueue::mainQueue(), [sending = *this, photo = std::move(photo)] {
+        sending.insertMessage(photo);
+        sending.leaveExpandedStyle(); // Not after the insertion: the user is to see it happen.
+    });
+}
+
+void PhotoSending::insertMessage(const Photo& photo) const {
+    _conversation->insertMessage(messageOfPhoto(*photo.record, photo.picture, photo.size),
+        [sending = *this, photo](
+            const std::optional<std::string>& error) { sending.insertText(photo, error); });
+}
+
+void PhotoSending::insertText(const Photo& photo, const std::optional<std::string>& messageError) const {
+    if (!PersistanceManager::sharedInstance().includeExifAsTextOniMessageApp()) {
+        photo.completionHandler({.text = std::nullopt, .error = messageError});
+        return;
+    }
+    // Intended: the text follows a message that could not be inserted, too.
+    auto text = photo.record->shortExifStringsForShare();
+    _conversation->insertText(text, [photo, messageError, text](const std::optional<std::string>& textError) {
+        photo.completionHandler({.text = text, .error = messageError ? messageError : textError});
+    });
+}
+
+void PhotoSending::leaveExpandedStyle() const {
+    const auto presentation = _presentation.lock();
+    if (presentation && presentation->presentationStyle() == MSMessagesAppPresentationStyle::Expanded) {
+        presentation->requestPresentationStyle(MSMessagesAppPresentationStyle::Compact);
+    }
+}
+
+} // namespace exifcard
