@@ -3,6 +3,7 @@
 #include "metadata/DeviceNames.h"
 
 namespace exifcard {
+
 std::string DeviceMapping::getDeviceNameFromMachineIdentifier(std::string_view identifier) {
     std::string_view rest = kDeviceNames;
     while (!rest.empty()) {

@@ -2,22 +2,39 @@
 
 #include "metadata/FieldKeyTable.h"
 
-#include <algorithm>
 #include <array>
-#include <numeric>
 
 namespace exifcard {
 namespace {
 
 using fieldtable::kFields;
 
-/// Positions in the table, in ascending order of their keys.
-constexpr auto kPositionsByKey = [] {
-    std::array<std::uint8_t, std::size(kFields)> positions = {};
-    std::iota(positions.begin(), positions.end(), std::uint8_t(0));
-    std::sort(positions.begin(), positions.end(),
-        [](std::uint8_t left, std::uint8_t right) { return kFields[left].key < kFields[right].key; });
-    return positions;
+/// Three times the number of keys, so that few share a slot.
+constexpr std::size_t kSlotCount = 256;
+constexpr std::uint8_t kEmpty = 0xFF;
+static_assert(std::size(kFields) < kEmpty);
+
+/// The slot at which the search for `key` begins, by the FNV-1a hash of its letters.
+constexpr std::size_t firstSlot(std::string_view key) {
+    std::uint32_t hash = 2166136261;
+    for (const char letter : key) {
+        hash = (hash ^ static_cast<unsigned char>(letter)) * 16777619;
+    }
+    return hash % kSlotCount;
+}
+
+/// Positions in the table of fields. Every row of every photo is looked up here.
+constexpr auto kSlots = [] {
+    std::array<std::uint8_t, kSlotCount> slots = {};
+    slots.fill(kEmpty);
+    for (std::size_t position = 0; position < std::size(kFields); ++position) {
+        std::size_t slot = firstSlot(kFields[position].key);
+        while (slots[slot] != kEmpty) {
+            slot = (slot + 1) % kSlotCount;
+        }
+        slots[slot] = static_cast<std::uint8_t>(position);
+    }
+    return slots;
 }();
 
 } // namespace
@@ -27,9 +44,13 @@ std::span<const FieldKey> fieldKeys() {
 }
 
 const FieldKey* findFieldKey(std::string_view key) {
-    const auto found = std::lower_bound(kPositionsByKey.begin(), kPositionsByKey.end(), key,
-        [](std::uint8_t position, std::string_view wanted) { return kFields[position].key < wanted; });
-    return found != kPositionsByKey.end() && kFields[*found].key == key ? &kFields[*found] : nullptr;
+    for (std::size_t slot = firstSlot(key); kSlots[slot] != kEmpty; slot = (slot + 1) % kSlotCount) {
+        const FieldKey& field = kFields[kSlots[slot]];
+        if (field.key == key) {
+            return &field;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace exifcard
