@@ -1,8 +1,8 @@
 #include "platform/corelocation/GazetteerFile.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <stdexcept>
 
 namespace exifcard {
 namespace {
@@ -71,13 +71,14 @@ std::optional<GazetteerArrays> arraysOfGazetteerFile(std::span<const std::uint8_
 
 std::vector<std::uint8_t> gazetteerFileWithArrays(GazetteerArrays arrays) {
     gazetteer::Header header;
-    std::vector<std::uint8_t> file(sizeof header);
+    std::vector<std::uint8_t> file;
+    file.resize(sizeof header);
     visitArrays(header, arrays, [&file](auto& section, auto& array) {
-        file.resize((file.size() + kAlignment - 1) / kAlignment * kAlignment);
-        section = {static_cast<std::uint32_t>(file.size()), static_cast<std::uint32_t>(array.size())};
-        const auto bytes = std::as_bytes(array);
-        const auto* const first = reinterpret_cast<const std::uint8_t*>(bytes.data());
-        file.insert(file.end(), first, first + bytes.size());
+        const std::size_t offset = (file.size() + kAlignment - 1) / kAlignment * kAlignment;
+        section = {static_cast<std::uint32_t>(offset), static_cast<std::uint32_t>(array.size())};
+        file.resize(offset + array.size_bytes());
+        std::ranges::copy(std::as_bytes(array),
+            std::as_writable_bytes(std::span(file)).begin() + static_cast<std::ptrdiff_t>(offset));
     });
     header.fileSize = static_cast<std::uint32_t>(file.size());
     std::memcpy(file.data(), &header, sizeof header);
