@@ -6,8 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-using namespace exifcard;
-
+namespace exifcard {
 namespace {
 
 constexpr std::size_t kLongestDate = 100'000;
@@ -46,3 +45,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     }
     return 0;
 }
+
+} // namespace exifcard

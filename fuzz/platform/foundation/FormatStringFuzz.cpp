@@ -7,12 +7,11 @@
 #include <cstdio>
 #include <cstdlib>
 
-using namespace exifcard;
-
+namespace exifcard {
 namespace {
 
-constexpr std::size_t kLongestField =
-    1100; // The widest field, and the largest double with the highest precision.
+/// The largest double with the highest precision.
+constexpr std::size_t kLongestField = 1100;
 
 void require(bool isTrue) {
     if (!isTrue) {
@@ -65,3 +64,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     }
     return 0;
 }
+
+} // namespace exifcard

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <vector>
 
-using namespace exifcard;
+namespace exifcard {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
     const auto catalogue =
@@ -22,3 +22,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     }
     return 0;
 }
+
+} // namespace exifcard

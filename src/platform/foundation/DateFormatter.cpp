@@ -31,7 +31,7 @@ std::unique_ptr<const icu::SimpleDateFormat> makeFormat(std::string_view pattern
         return nullptr;
     }
     format->adoptTimeZone(zone.release());
-    format->setLenient(false);
+    format->setLenient(static_cast<UBool>(false));
     return format;
 }
 

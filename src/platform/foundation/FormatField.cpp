@@ -158,6 +158,7 @@ void appendInteger(std::string& text, const FormatConversion& conversion, std::i
     if (conversion.isAlternate && baseOf(conversion) == 16 && magnitude != 0) {
         prefix = conversion.letter == 'x' ? "0x" : "0X";
     }
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): written before it is read.
     std::array<char, kLongestInteger> buffer;
     appendField(text, conversion, prefix, writeInteger(buffer, conversion, magnitude),
         /*mayPadWithZeros=*/!conversion.precision);
@@ -178,6 +179,7 @@ void appendReal(std::string& text, const FormatConversion& conversion, double ar
     if (lowerLetter == 'a') {
         prefix += isUpper ? "0X" : "0x";
     }
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): written before it is read.
     std::array<char, kLongestReal> buffer;
     char* const end = (conversion.isAlternate ? writeAlternateReal : writeReal)(
         buffer, lowerLetter, conversion.precision, std::abs(argument));

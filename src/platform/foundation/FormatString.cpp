@@ -56,6 +56,19 @@ void appendArgument(std::string& text, const FormatConversion& conversion, const
     }
 }
 
+/// The argument that fills the conversion, or null when it is missing or of another kind. `next` is the index
+/// for a conversion without a position.
+const FormatArgument* argumentOf(
+    const FormatConversion& conversion, std::initializer_list<FormatArgument> arguments, std::size_t& next) {
+    if (conversion.takes == Takes::Nothing) {
+        return nullptr;
+    }
+    const std::size_t index = conversion.position > 0 ? conversion.position - 1 : next++;
+    const bool fits =
+        index < arguments.size() && takesKind(arguments.begin()[index].kind()) == conversion.takes;
+    return fits ? arguments.begin() + index : nullptr;
+}
+
 /// What the format takes at each position, or nothing for one that cannot be filled.
 std::optional<std::vector<Takes>> takenKinds(std::string_view format) {
     std::vector<Takes> kinds;
@@ -87,18 +100,11 @@ std::string stringWithFormat(std::string_view format, std::initializer_list<Form
     const auto fill = [&](const FormatConversion& conversion) {
         if (conversion.takes == Takes::Percent) {
             text += '%';
-            return;
+        } else if (const auto* const argument = argumentOf(conversion, arguments, next)) {
+            appendArgument(text, conversion, *argument);
+        } else {
+            text += conversion.written;
         }
-        if (conversion.takes != Takes::Nothing) {
-            const std::size_t index = conversion.position > 0 ? conversion.position - 1 : next++;
-            const FormatArgument* const argument =
-                index < arguments.size() ? arguments.begin() + index : nullptr;
-            if (argument != nullptr && takesKind(argument->kind()) == conversion.takes) {
-                appendArgument(text, conversion, *argument);
-                return;
-            }
-        }
-        text += conversion.written;
     };
     readFormat(
         format, [&text](std::string_view literal) { text += literal; }, fill);

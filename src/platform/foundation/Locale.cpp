@@ -65,7 +65,7 @@ bool Locale::usesMetricSystem() const {
 
 std::string Locale::localizedCountryName(std::string_view isoCountryCode) const {
     constexpr std::size_t kLongestCode = 3;
-    const std::string code(isoCountryCode);
+    std::string code(isoCountryCode);
     const auto isLetter = [](char character) {
         return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
     };

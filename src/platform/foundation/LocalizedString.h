@@ -6,6 +6,7 @@
 #include <string_view>
 
 /// Marks a text in a table for translation, without looking it up.
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage,readability-identifier-naming): gettext's own name for it.
 #define N_(text) text
 
 namespace exifcard {

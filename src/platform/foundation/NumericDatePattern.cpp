@@ -30,16 +30,23 @@ bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// Takes up to `mostDigits` digits off the front of `text`; nothing without one.
-std::optional<int> takeNumber(std::string_view& text, std::size_t mostDigits) {
-    int number = 0;
-    const char* const end = text.data() + std::min(text.size(), mostDigits);
+/// Takes the field's number off the front of `text`; false without one.
+bool takeField(std::string_view& text, const Field& field, WallClock& clock) {
     if (text.empty() || !isDigit(text.front())) {
-        return std::nullopt;
+        return false; // from_chars would take a minus.
     }
-    const auto parsed = std::from_chars(text.data(), end, number);
+    const char* const end = text.data() + std::min(text.size(), field.letters.size());
+    const auto parsed = std::from_chars(text.data(), end, clock.*field.number);
     text.remove_prefix(static_cast<std::size_t>(parsed.ptr - text.data()));
-    return number;
+    return true;
+}
+
+bool takeSign(std::string_view& text, char sign) {
+    if (!text.starts_with(sign)) {
+        return false;
+    }
+    text.remove_prefix(1);
+    return true;
 }
 
 } // namespace
@@ -65,20 +72,11 @@ std::optional<NumericDatePattern> NumericDatePattern::fromPattern(std::string_vi
 std::optional<WallClock> NumericDatePattern::read(std::string_view text) const {
     WallClock clock;
     for (std::string_view pattern = _pattern; !pattern.empty();) {
-        if (const Field* const field = frontField(pattern)) {
-            const auto number = takeNumber(text, field->letters.size());
-            if (!number) {
-                return std::nullopt;
-            }
-            clock.*(field->number) = *number;
-            pattern.remove_prefix(field->letters.size());
-            continue;
-        }
-        if (!text.starts_with(pattern.front())) {
+        const Field* const field = frontField(pattern);
+        if (!(field != nullptr ? takeField(text, *field, clock) : takeSign(text, pattern.front()))) {
             return std::nullopt;
         }
-        pattern.remove_prefix(1);
-        text.remove_prefix(1);
+        pattern.remove_prefix(field != nullptr ? field->letters.size() : 1);
     }
     return text.empty() ? std::optional(clock) : std::nullopt;
 }

@@ -71,7 +71,7 @@ std::vector<std::string> userLanguages() {
             break;
         }
         if (!name.empty() && name.size() <= kLongestName &&
-            name.find_first_not_of(kNameCharacters) == name.npos) {
+            name.find_first_not_of(kNameCharacters) == std::string::npos) {
             appendVariants(languages, name);
         }
     }

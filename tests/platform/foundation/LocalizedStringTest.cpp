@@ -111,9 +111,9 @@ TEST_F(LocalizedStringTest, FillsTheTranslatedFormat) {
 TEST_F(LocalizedStringTest, ThreadsMayAskFirst) {
     const LanguageVariables environment(Settings{{"LANG", "de_DE.UTF-8"}});
     resetLocalization();
-    std::vector<std::jthread> threads;
-    for (int count = 0; count < 4; ++count) {
-        threads.emplace_back([] { EXPECT_EQ(localizedString("Zero KB"), "Null KB"); });
+    std::vector<std::jthread> threads(4);
+    for (auto& thread : threads) {
+        thread = std::jthread([] { EXPECT_EQ(localizedString("Zero KB"), "Null KB"); });
     }
 }
 
