@@ -1,11 +1,13 @@
 #include "metadata/ExifDateFormatter.h"
 
 #include "platform/foundation/DateFormatter.h"
+#include "settings/PersistanceManager.h"
 
 namespace exifcard {
 
 const DateFormatter& exifDateFormatter() {
-    static const DateFormatter formatter("yyyy:MM:dd HH:mm:ss", Locale::system());
+    static const DateFormatter formatter(
+        PersistanceManager::exifStandardDateFormatString(), Locale::system());
     return formatter;
 }
 
