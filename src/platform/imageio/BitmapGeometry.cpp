@@ -107,7 +107,7 @@ void copyTurned(const Bitmap& stored, const PixelWalk& walk, Bitmap& result) {
 
 /// One row as RGB and alpha.
 void copyWithAlpha(const std::uint8_t* source, int channels, std::uint8_t* target, int width) {
-    const int green = channels == 1 ? 0 : 1;
+    const std::ptrdiff_t green = channels == 1 ? 0 : 1;
     for (int column = 0; column < width; ++column, source += channels, target += 4) {
         target[0] = source[0];
         target[1] = source[green];

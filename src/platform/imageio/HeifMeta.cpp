@@ -272,12 +272,15 @@ const HeifItem* HeifMeta::item(std::uint32_t id) const {
 }
 
 std::vector<Box> HeifMeta::properties(std::uint32_t id) const {
-    std::vector<Box> properties;
+    std::vector<std::size_t> indexes;
     for (const ByteSpan associations : _associations) {
-        for (const std::size_t index : propertyIndexes(associations, id)) {
-            if (index >= 1 && index <= _properties.size()) {
-                properties.push_back(_properties[index - 1]);
-            }
+        const auto more = propertyIndexes(associations, id);
+        indexes.insert(indexes.end(), more.begin(), more.end());
+    }
+    std::vector<Box> properties;
+    for (const std::size_t index : indexes) {
+        if (index >= 1 && index <= _properties.size()) {
+            properties.push_back(_properties[index - 1]);
         }
     }
     return properties;

@@ -43,16 +43,22 @@ PixelBox intersection(const PixelBox& a, const PixelBox& b) {
         std::min(a.bottom, b.bottom)};
 }
 
+/// What has an extent takes at least a pixel.
+double endOf(double start, double end, double extent) {
+    return extent > 0 ? std::max(roundedUp(end), start + 1) : start;
+}
+
 PixelBox pixelsOf(const CGRect& rect, double scale) {
-    return {roundedDown(rect.origin.x * scale), roundedDown(rect.origin.y * scale),
-        roundedUp((rect.origin.x + rect.size.width) * scale),
-        roundedUp((rect.origin.y + rect.size.height) * scale)};
+    const double left = roundedDown(rect.origin.x * scale);
+    const double top = roundedDown(rect.origin.y * scale);
+    return {left, top, endOf(left, (rect.origin.x + rect.size.width) * scale, rect.size.width),
+        endOf(top, (rect.origin.y + rect.size.height) * scale, rect.size.height)};
 }
 
 /// Nothing for a canvas without area or of more pixels than a picture can have.
 std::optional<PixelSize> canvasSize(CGSize canvas, double scale) {
-    const double width = roundedUp(canvas.width * scale);
-    const double height = roundedUp(canvas.height * scale);
+    const double width = endOf(0, canvas.width * scale, canvas.width * scale);
+    const double height = endOf(0, canvas.height * scale, canvas.height * scale);
     const bool isInReason =
         width >= 1 && height >= 1 && width * height <= static_cast<double>(kMaximumDecodedPixels);
     return isInReason ? std::optional(PixelSize{static_cast<int>(width), static_cast<int>(height)})

@@ -87,6 +87,7 @@ TEST(ImageDrawingTest, RoundsTheCanvasUpToWholePixels) {
     EXPECT_EQ(widthOf(66.67, 2), 134);
     EXPECT_EQ(widthOf(4032 * (2700.0 / 4032), 1), 2700);
     EXPECT_EQ(widthOf(0.2, 1), 1);
+    EXPECT_EQ(widthOf(1e-5, 1), 1); // A line of a very long picture.
     // The edges of the picture go along: no half-transparent border.
     EXPECT_EQ(pixelsOf(drawnImage(imageOf(cornersBitmap()), {66.67, 50}, {{}, {66.67, 50}}, 1)).channels, 3);
 }

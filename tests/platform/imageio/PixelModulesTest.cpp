@@ -1,6 +1,7 @@
 #include "platform/imageio/PixelModules.h"
 
 #include "platform/imageio/Corners.h"
+#include "platform/imageio/EncodedPixels.h"
 
 #include <gtest/gtest.h>
 
@@ -44,6 +45,22 @@ TEST(PixelModulesTest, DecodesEveryKindOfPicture) {
         EXPECT_EQ(bitmap->channels, c.channels);
         EXPECT_EQ(cornersOf(*bitmap), c.corners);
         EXPECT_EQ(bitmap->iccProfile.empty(), c.file != "corners-p3.jpg");
+    }
+}
+
+TEST(PixelModulesTest, GivesTheStoredPixelsOfATurnedHeif) {
+    const std::pair<const char*, const char*> files[] = {{"corners.heic", "public.heic"},
+        {"corners-turned-right.heic", "public.heic"}, {"corners-turned-and-mirrored.avif", "public.avif"}};
+    for (const auto& [name, type] : files) {
+        SCOPED_TRACE(name);
+        const auto pixels = encodedPixels(cornersFile(name), type);
+        const auto whole = pixels->decode(std::nullopt);
+        const auto reduced = pixels->decode(CGSize{32, 24});
+        ASSERT_TRUE(whole && reduced);
+        EXPECT_EQ(whole->width, 64);
+        EXPECT_EQ(reduced->width, 32);
+        EXPECT_EQ(cornersOf(*whole), "RGBW");
+        EXPECT_EQ(cornersOf(*reduced), "RGBW");
     }
 }
 
