@@ -12,7 +12,7 @@ namespace {
 
 class ImageResizeTest : public testing::Test {
 protected:
-    ~ImageResizeTest() override { UIScreen::setMainScreen(UIScreen()); }
+    void TearDown() override { UIScreen::setMainScreen(UIScreen()); }
 
     static void setScreenScale(double scale) { UIScreen::setMainScreen({{390, 844}, scale}); }
     /// The pixels behind it are fewer: the rules ask only for its size.
@@ -27,7 +27,7 @@ TEST_F(ImageResizeTest, FitsIntoThePixelsOfTheScreen) {
     struct Case {
         CGSize image;
         CGSize limits;
-        double screenScale;
+        double screenScale = 1;
         CGSize result;
     };
     const Case cases[] = {

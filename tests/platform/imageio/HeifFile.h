@@ -39,6 +39,7 @@ struct HeifFile {
         bool isHidden = false;
     };
     /// How "iloc" writes its numbers, and where the bytes lie.
+    // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): the order is that of the list.
     struct Layout {
         int version = 0;
         std::size_t offsetSize = 4;
@@ -80,10 +81,10 @@ private:
     std::string itemInfo() const {
         std::string entries;
         for (const Item& item : items) {
-            const auto mime = item.type == "mime" ? std::string("application/rdf+xml\0", 20) : "";
-            const auto name = bigEndian(0, 1);
-            entries += listBox("infe", id(item.id) + bigEndian(0, 2) + item.type + name + mime,
-                hasLongIds ? 3 : 2, item.isHidden ? 1 : 0);
+            std::string entry = id(item.id) + bigEndian(0, 2) + item.type;
+            entry += bigEndian(0, 1); // Without a name.
+            entry += item.type == "mime" ? std::string("application/rdf+xml\0", 20) : "";
+            entries += listBox("infe", entry, hasLongIds ? 3 : 2, item.isHidden ? 1 : 0);
         }
         return listBox("iinf", bigEndian(items.size(), 2) + entries);
     }

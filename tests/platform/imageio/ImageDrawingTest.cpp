@@ -26,8 +26,8 @@ private:
 };
 
 UIImage imageOf(const Bitmap& bitmap, int exifOrientation = 1) {
-    return UIImage(std::make_shared<StoredPixels>(bitmap), bitmap.width, bitmap.height,
-        imageOrientationFromExif(exifOrientation));
+    return {std::make_shared<StoredPixels>(bitmap), bitmap.width, bitmap.height,
+        imageOrientationFromExif(exifOrientation)};
 }
 
 Bitmap pixelsOf(const std::shared_ptr<UIImage>& image) {
