@@ -4,7 +4,13 @@ namespace exifcard {
 
 std::span<const Command* const> allCommands() {
     static constexpr const Command* kCommands[] = {
+        &kRowsCommand,
+        &kShareCommand,
         &kPropertiesCommand,
+        &kKeysCommand,
+        &kFieldsCommand,
+        &kSettingsCommand,
+        &kSendCommand,
         &kConversationCommand,
         &kConversationsCommand,
         &kCompletionCommand,

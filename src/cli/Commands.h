@@ -7,6 +7,12 @@ namespace exifcard {
 extern const Command kCompletionCommand;
 extern const Command kConversationCommand;
 extern const Command kConversationsCommand;
+extern const Command kFieldsCommand;
+extern const Command kKeysCommand;
 extern const Command kPropertiesCommand;
+extern const Command kRowsCommand;
+extern const Command kSendCommand;
+extern const Command kSettingsCommand;
+extern const Command kShareCommand;
 
 } // namespace exifcard

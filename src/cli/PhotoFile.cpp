@@ -1,5 +1,7 @@
 #include "cli/PhotoFile.h"
 
+#include "library/ExifManager.h"
+#include "metadata/ExifInformation.h"
 #include "platform/foundation/Data.h"
 #include "platform/imageio/CGImageSource.h"
 
@@ -49,6 +51,11 @@ URL urlOfFile(const std::string& name) {
     std::error_code error;
     const std::filesystem::path path = std::filesystem::absolute(name, error);
     return URL::fileURLWithPath(error ? name : path.string());
+}
+
+std::shared_ptr<ExifInformation> readPhoto(const std::string& name) {
+    auto record = ExifManager::exifinformationFromNSURL(urlOfFile(name));
+    return record->metaDataDictionary ? record : nullptr;
 }
 
 std::string causeOfFailure(const std::string& name) {

@@ -72,7 +72,7 @@ FileResult propertiesOf(const std::string& name, const SessionOptions& options) 
     const CGImageSourcePtr source = CGImageSourceCreateWithURL(urlOfFile(name));
     const DictionaryPtr properties = source ? CGImageSourceCopyPropertiesAtIndex(*source, 0) : nullptr;
     if (!properties) {
-        return failedFile(name, causeOfFailure(name), options.isJSON);
+        return failedFile(name, "read", causeOfFailure(name), options.isJSON);
     }
     if (!options.isJSON) {
         return {.output = propertiesText(*properties, options.usesColor)};

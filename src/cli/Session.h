@@ -2,6 +2,7 @@
 
 #include "cli/Command.h"
 
+#include <atomic>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ public:
     /// as failed.
     void print(std::string_view result);
 
+    /// Whether nobody gets any more results. Any thread.
+    bool isOutputBroken() const { return _isOutputBroken; }
+
     /// One line about what went wrong ("cannot read a.jpg: no such file"); the run counts as failed.
     void fail(std::string_view message);
 
@@ -42,7 +46,7 @@ public:
 private:
     SessionOptions _options;
     bool _hasFailed = false;
-    bool _isOutputBroken = false;
+    std::atomic<bool> _isOutputBroken = false;
 };
 
 } // namespace exifcard
