@@ -144,14 +144,28 @@ constexpr PropertyRow kGpsRows[] = {
     {0x001f, kCGImagePropertyGPSHPositioningError, kReal, "GPSHPositioningError"},
 };
 
+constexpr PropertyRow kExifAuxRows[] = {
+    {0, kCGImagePropertyExifAuxLensInfo, kReals, "LensInfo"},
+    {1, kCGImagePropertyExifAuxLensModel, kText, "Lens"},
+    {2, kCGImagePropertyExifAuxSerialNumber, kText, "SerialNumber"},
+    {3, kCGImagePropertyExifAuxLensID, kNumberOrText, "LensID"},
+    {4, kCGImagePropertyExifAuxLensSerialNumber, kText, "LensSerialNumber"},
+    {5, kCGImagePropertyExifAuxImageNumber, kInteger, "ImageNumber"},
+    {6, kCGImagePropertyExifAuxFlashCompensation, kReal, "FlashCompensation"},
+    {7, kCGImagePropertyExifAuxOwnerName, kText, "OwnerName"},
+    {8, kCGImagePropertyExifAuxFirmware, kText, "Firmware"},
+};
+
 constexpr auto kExifRowsByKey = rowsByKey(kExifRows);
 constexpr auto kTiffRowsByKey = rowsByKey(kTiffRows);
 constexpr auto kGpsRowsByKey = rowsByKey(kGpsRows);
+constexpr auto kExifAuxRowsByKey = rowsByKey(kExifAuxRows);
 
 } // namespace
 
 constinit const PropertyTable kExifTable{kExifRows, kExifRowsByKey};
 constinit const PropertyTable kTiffTable{kTiffRows, kTiffRowsByKey};
 constinit const PropertyTable kGpsTable{kGpsRows, kGpsRowsByKey};
+constinit const PropertyTable kExifAuxTable{kExifAuxRows, kExifAuxRowsByKey};
 
 } // namespace exifcard

@@ -10,5 +10,7 @@ extern const PropertyTable kExifTable;
 extern const PropertyTable kTiffTable;
 /// "{GPS}", by the tags of the GPS directory.
 extern const PropertyTable kGpsTable;
+/// "{ExifAux}". Its values come from maker notes and XMP; the tags only number the rows.
+extern const PropertyTable kExifAuxTable;
 
 } // namespace exifcard

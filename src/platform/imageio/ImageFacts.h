@@ -11,6 +11,8 @@
 
 namespace exifcard {
 
+using NamedDictionary = std::pair<std::string_view, DictionaryPtr>;
+
 /// What the container of one image tells, and where in it the metadata blocks
 /// lie. The blocks are slices of the file, read later.
 struct ImageFacts {
@@ -26,15 +28,18 @@ struct ImageFacts {
     std::optional<double> dpiWidth;
     std::optional<double> dpiHeight;
 
-    Data exif;                         ///< From the TIFF header on.
-    std::uint32_t directory = 0;       ///< Where in `exif` the image's directory lies; 0 for the first.
-    bool isTiffFile = false;           ///< `exif` is the file itself, not a block within it.
-    std::vector<Data> moreDirectories; ///< Exif, maker note and GPS directories as blocks of their own.
+    Data exif;                   ///< From the TIFF header on.
+    std::uint32_t directory = 0; ///< Where in `exif` the image's directory lies; 0 for the first.
+    bool isTiffFile = false;     ///< `exif` is the file itself, not a block within it.
+    // In a CR3 these are no parts of `exif` but structures of their own.
+    Data exifDirectory;
+    Data makerNote;
+    Data gpsDirectory;
     Data xmp;
     Data iptc; ///< Datasets of the IIM.
     Data iccProfile;
     /// Dictionaries of the container's own, such as "{JFIF}", under their names.
-    std::vector<std::pair<std::string_view, DictionaryPtr>> dictionaries;
+    std::vector<NamedDictionary> dictionaries;
 };
 
 /// The properties dictionary of the image.

@@ -21,6 +21,7 @@ inline constexpr Conversion kDateTime{textFromEntry, dateTimeFromXmp};
 inline constexpr Conversion kAngle{angleFromEntry, angleFromXmp};
 inline constexpr Conversion kAngleReference{textFromEntry, angleReferenceFromXmp};
 inline constexpr Conversion kTimeOfDay{timeOfDayFromEntry, timeOfDayFromXmp};
+inline constexpr Conversion kNumberOrText{integerFromEntry, numberOrTextFromXmp};
 inline constexpr Conversion kDateStamp{textFromEntry, dateFromXmp};
 
 } // namespace exifcard

@@ -165,6 +165,12 @@ Value angleReferenceFromXmp(const XmpProperty& property) {
     return hasLetter ? Value(text.substr(text.size() - 1)) : Value();
 }
 
+Value numberOrTextFromXmp(const XmpProperty& property) {
+    const std::string& text = property.values.front();
+    const bool isNumber = text.find_first_not_of("0123456789") == std::string::npos;
+    return isNumber ? integerValue(text) : textValue(text);
+}
+
 Value nothingFromXmp(const XmpProperty& /*property*/) {
     return {};
 }

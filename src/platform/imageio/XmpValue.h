@@ -33,6 +33,8 @@ Value timeOfDayFromXmp(const XmpProperty& property);
 Value angleFromXmp(const XmpProperty& property);
 /// The letter behind such an angle.
 Value angleReferenceFromXmp(const XmpProperty& property);
+/// A number where the text is one, else the text.
+Value numberOrTextFromXmp(const XmpProperty& property);
 /// For what XMP holds in no usable form.
 Value nothingFromXmp(const XmpProperty& property);
 
