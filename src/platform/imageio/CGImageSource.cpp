@@ -56,6 +56,17 @@ std::size_t countOne(const Data& /*file*/) {
 constexpr ContainerReader kReaders[] = {
     {readNothing, countNone},
     {readJpeg, countOne},
+    {readPng, countPng},
+    {readGif, countGif},
+    {readBmp, countOne},
+    {readWebP, countWebP},
+    {readHeif, countHeif},
+    {readTiff, countTiff},
+    {readTiffRaw, countOne},
+    {readPanasonicRaw, countOne},
+    {readFujiRaw, countOne},
+    {readMinoltaRaw, countOne},
+    {readCanonCrw, countOne},
 };
 
 const ContainerReader& readerFor(Container container) {

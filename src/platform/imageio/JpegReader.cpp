@@ -21,7 +21,8 @@ constexpr std::uint8_t kApp13 = 0xed;
 
 constexpr std::string_view kJfifName("JFIF\0", 5);
 constexpr std::string_view kExifName("Exif\0", 5); // A second NUL or any other byte follows.
-constexpr std::string_view kXmpName("http://ns.adobe.com/xap/1.0/\0", 29);
+constexpr std::string_view kXmpName =
+    "http://ns.adobe.com/xap/1.0/";                       // A NUL follows, in some files a blank first.
 constexpr std::string_view kIccName("ICC_PROFILE\0", 12); // The number of the part and their count follow.
 constexpr std::string_view kResourcesName("Photoshop 3.0\0", 14);
 
@@ -164,7 +165,9 @@ void JpegHead::takeApp1(const Segment& segment) {
     if (_facts.exif.empty() && segment.view().hasTextAt(0, kExifName)) {
         _facts.exif = segment.content.slice(kExifName.size() + 1, segment.content.size());
     } else if (_facts.xmp.empty() && segment.view().hasTextAt(0, kXmpName)) {
-        _facts.xmp = segment.content.slice(kXmpName.size(), segment.content.size());
+        const auto end = segment.content.text().find('\0', kXmpName.size());
+        _facts.xmp =
+            segment.content.slice(std::min(end, segment.content.size() - 1) + 1, segment.content.size());
     }
 }
 
@@ -187,8 +190,8 @@ std::optional<ImageFacts> JpegHead::read(const Data& file) {
     while (const auto segment = walker.next()) {
         take(*segment);
     }
-    if (_facts.depth == 0 && _facts.exif.empty() && _facts.xmp.empty()) {
-        return std::nullopt;
+    if (_facts.depth == 0) {
+        return std::nullopt; // Metadata without a picture's header is no picture.
     }
     if (_jfif) {
         if (_isProgressive) {

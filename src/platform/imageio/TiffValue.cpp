@@ -63,16 +63,21 @@ Value listOf(const TiffEntry& entry, std::optional<Number> (*numberAt)(const Tif
     return hasAny ? Value(std::make_shared<Array>(std::move(values))) : Value();
 }
 
-struct CharacterSet {
-    std::string_view prefix;
-    TextEncoding encoding;
+enum class CommentSet { Utf8, Utf16, Jis };
+
+struct CommentPrefix {
+    std::string_view name;
+    CommentSet set;
 };
 
-/// Exif's own names of sets; any other prefix, blank ones included, stands before ASCII or UTF-8.
-constexpr CharacterSet kCharacterSets[] = {
-    {"UNICODE", TextEncoding::Utf16BigEndian},
-    {"Unicode", TextEncoding::Utf16BigEndian},
-    {"JIS", TextEncoding::Iso2022Jp},
+/// How the eight bytes before a text begin. Writers are not strict about case and filling.
+constexpr CommentPrefix kPrefixes[] = {
+    {"ASCII", CommentSet::Utf8},
+    {{"\0\0\0\0\0\0\0\0", kCharsetSize}, CommentSet::Utf8},
+    {"        ", CommentSet::Utf8},
+    {"UNICODE", CommentSet::Utf16},
+    {"Unicode", CommentSet::Utf16},
+    {"JIS", CommentSet::Jis},
 };
 
 /// UTF-16 in the order that a byte order mark tells, else in `order`.
@@ -87,16 +92,19 @@ std::string textFromUtf16(std::string_view bytes, ByteOrder order) {
     return std::string(textBeforeNul(text));
 }
 
+/// A text without a known prefix is one from its first byte on.
 std::string commentText(std::string_view bytes, ByteOrder order) {
-    const auto prefix = bytes.substr(0, kCharsetSize);
-    const auto set = std::ranges::find_if(
-        kCharacterSets, [&](const CharacterSet& known) { return prefix.starts_with(known.prefix); });
-    const auto text = bytes.substr(prefix.size());
-    if (set == std::end(kCharacterSets)) {
-        return utf8FromUnknown(textBeforeNul(text));
+    const auto prefix = std::ranges::find_if(
+        kPrefixes, [&](const CommentPrefix& known) { return bytes.starts_with(known.name); });
+    if (prefix == std::end(kPrefixes) || bytes.size() < kCharsetSize) {
+        return utf8FromUnknown(textBeforeNul(bytes));
     }
-    return set->encoding == TextEncoding::Iso2022Jp ? utf8FromEncoded(textBeforeNul(text), set->encoding)
-                                                    : textFromUtf16(text, order);
+    const auto text = bytes.substr(kCharsetSize);
+    if (prefix->set == CommentSet::Utf16) {
+        return textFromUtf16(text, order);
+    }
+    return prefix->set == CommentSet::Jis ? utf8FromEncoded(textBeforeNul(text), TextEncoding::Iso2022Jp)
+                                          : utf8FromUnknown(textBeforeNul(text));
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include <expat.h>
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -15,6 +14,8 @@ namespace {
 constexpr char kSeparator = '\n';
 /// A property of the needed vocabularies lies at most eleven elements deep; a hostile packet lies deeper.
 constexpr std::size_t kMostDepth = 64;
+/// An editor's packet of a picture's whole history has a megabyte or two.
+constexpr std::size_t kMostPacketBytes = std::size_t(16) << 20U;
 
 constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
 constexpr std::string_view kXml = "http://www.w3.org/XML/1998/namespace";
@@ -98,7 +99,7 @@ private:
 };
 
 std::vector<XmpProperty> PacketReader::read(std::span<const std::uint8_t> packet) {
-    if (!_parser || packet.size() > std::numeric_limits<int>::max()) {
+    if (!_parser) {
         return {};
     }
     XML_SetUserData(_parser.get(), this);
@@ -233,7 +234,17 @@ void PacketReader::addProperty(Element element) {
 } // namespace
 
 std::vector<XmpProperty> propertiesFromXmpPacket(std::span<const std::uint8_t> packet) {
-    return PacketReader().read(packet);
+    if (packet.empty() || packet.size() > kMostPacketBytes) {
+        return {};
+    }
+    auto properties = PacketReader().read(packet);
+    if (properties.empty() && std::ranges::count(packet, 0) > 0) {
+        // Where a file was damaged, zeros may stand among readable properties; to XML they are an error.
+        std::vector<std::uint8_t> mended(packet.begin(), packet.end());
+        std::ranges::replace(mended, 0, ' ');
+        properties = PacketReader().read(mended);
+    }
+    return properties;
 }
 
 } // namespace exifcard

@@ -31,7 +31,7 @@ struct XmpProperty {
 
 /// Reads an XMP packet.
 ///
-/// @param packet  Untrusted bytes of any length.
+/// @param packet  Untrusted bytes of any length; more than 16 MiB are not read.
 /// @return The properties of the vocabularies above in the packet's order. None for what is no XML, for XML
 ///         with a document type (an XMP packet has none) and for a packet that holds no such vocabulary.
 std::vector<XmpProperty> propertiesFromXmpPacket(std::span<const std::uint8_t> packet);
