@@ -26,6 +26,7 @@ public:
     /// occurs nowhere in the keys of `array`.
     static ExifKeys missingExifOrderedKeysIn(const ExifKeys& array, bool forVideo);
 
+    // NOLINTBEGIN(readability-identifier-naming): given names.
     std::shared_ptr<const ExifKeys> exifKeysOrderedArray() const;
     std::shared_ptr<const ExifKeys> exifKeysOrderedArray_Video() const;
     void setExifKeysOrderedArray(ExifKeys keys);
@@ -33,6 +34,7 @@ public:
     // Their entries that are not hidden.
     std::shared_ptr<const ExifKeys> exifVisibleKeysOrderedArray() const;
     std::shared_ptr<const ExifKeys> exifVisibleKeysOrderedArray_Video() const;
+    // NOLINTEND(readability-identifier-naming)
     /// Takes the lists that another program stored meanwhile.
     void reloadFieldLists();
 

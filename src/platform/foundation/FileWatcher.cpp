@@ -21,6 +21,9 @@ struct FileWatcher::State {
     std::string fileName;
     std::function<void()> handler;
     std::thread thread;
+
+    /// Calls the handler until it is time to stop.
+    void run() const;
 };
 
 namespace {
@@ -53,6 +56,14 @@ bool waitForEvents(int events, int stop) {
 
 } // namespace
 
+void FileWatcher::State::run() const {
+    while (waitForEvents(events.number(), stop.number())) {
+        if (takeEvents(events.number(), fileName)) {
+            handler();
+        }
+    }
+}
+
 std::unique_ptr<FileWatcher> FileWatcher::watch(const std::string& path, std::function<void()> handler) {
     namespace fs = std::filesystem;
     std::error_code error;
@@ -69,13 +80,7 @@ std::unique_ptr<FileWatcher> FileWatcher::watch(const std::string& path, std::fu
     state->fileName = file.filename();
     state->handler = std::move(handler);
     // The thread holds what it uses: the handler may destroy the watcher.
-    state->thread = std::thread([state] {
-        while (waitForEvents(state->events.number(), state->stop.number())) {
-            if (takeEvents(state->events.number(), state->fileName)) {
-                state->handler();
-            }
-        }
-    });
+    state->thread = std::thread([state] { state->run(); });
     return std::unique_ptr<FileWatcher>(new FileWatcher(std::move(state)));
 }
 

@@ -38,7 +38,7 @@ public:
     }
 
     std::vector<ArchivedObject> rootArray() {
-        const plist_t root = resolved(plist_dict_get_item(plist_dict_get_item(_tree.get(), "$top"), "root"));
+        auto* const root = resolved(plist_dict_get_item(plist_dict_get_item(_tree.get(), "$top"), "root"));
         const auto classes = classesOf(root);
         if (std::ranges::count(classes, "NSArray") == 0) {
             refuse("holds no array");
@@ -67,7 +67,7 @@ private:
 
     /// The name of the object's class and of those it is made from; empty for what is no object.
     std::vector<std::string> classesOf(plist_t object) const {
-        const plist_t record = resolved(plist_dict_get_item(object, "$class"));
+        auto* const record = resolved(plist_dict_get_item(object, "$class"));
         std::vector<std::string> names = {textOfNode(plist_dict_get_item(record, "$classname"))};
         for (plist_t name : propertylist::elementsOfNode(plist_dict_get_item(record, "$classes"))) {
             names.push_back(textOfNode(name));
@@ -96,7 +96,7 @@ private:
 
     /// The text, number or boolean; nothing for any other object.
     Value valueOf(plist_t node) {
-        const plist_t inlined = PLIST_IS_DICT(node) ? resolved(plist_dict_get_item(node, "NS.string")) : node;
+        auto* const inlined = PLIST_IS_DICT(node) ? resolved(plist_dict_get_item(node, "NS.string")) : node;
         if (inlined == nullptr || PLIST_IS_DICT(inlined) || PLIST_IS_ARRAY(inlined)) {
             return {};
         }

@@ -8,15 +8,13 @@
 #include <utility>
 #include <vector>
 
-namespace exifcard {
-
 /// Property lists as the platform writes them, in XML or binary form.
 ///
 /// Reading is safe on hostile bytes: length, nesting and the number of objects
 /// are bounded. Texts keep the characters that XML can hold; any other, and
 /// bytes that are no UTF-8, become U+FFFD. A date keeps its microseconds in
 /// binary form and its seconds in XML, from 1933 to 2068.
-namespace propertylist {
+namespace exifcard::propertylist {
 
 /// @return Nothing for bytes that are no property list or go beyond the bounds.
 ///         An integer above the signed 64 bits comes out as the negative number
@@ -38,6 +36,4 @@ using Change = std::pair<std::string, Value>;
 /// @return Nothing when the result would go beyond what `read` takes.
 std::optional<Data> withChanges(const Data& bytes, const std::vector<Change>& changes);
 
-} // namespace propertylist
-
-} // namespace exifcard
+} // namespace exifcard::propertylist

@@ -39,7 +39,7 @@ public:
 
 private:
     static locale_t plainLocale() {
-        static const auto locale = newlocale(LC_ALL_MASK, "C", nullptr);
+        static auto* const locale = newlocale(LC_ALL_MASK, "C", nullptr);
         return locale;
     }
 
@@ -113,6 +113,26 @@ Value scalarFromNode(void* node) {
     }
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): a tree is nested at most kMostNesting deep.
+Value arrayFromNode(void* node) {
+    auto array = Array::make();
+    for (void* const element : elementsOfNode(node)) {
+        array->addObject(valueFromNode(element));
+    }
+    return array;
+}
+
+// NOLINTNEXTLINE(misc-no-recursion): a tree is nested at most kMostNesting deep.
+Value dictionaryFromNode(void* node) {
+    auto dictionary = Dictionary::make();
+    auto entries = entriesOfNode(node);
+    std::ranges::stable_sort(entries, {}, &Entry::first); // In that order a dictionary fills in no time.
+    for (const auto& [key, entry] : entries) {
+        dictionary->setObjectForKey(valueFromNode(entry), key);
+    }
+    return dictionary;
+}
+
 void mendText(void* node) {
     std::uint64_t length = 0;
     const char* const text = plist_get_string_ptr(node, &length);
@@ -176,28 +196,40 @@ Tree nodeFromScalar(const Value& value) {
     }
 }
 
+Tree nodeAtDepth(const Value& value, int depth);
+
+// NOLINTNEXTLINE(misc-no-recursion): bounded by kMostNesting.
+Tree nodeFromArray(const Array& array, int depth) {
+    Tree tree(plist_new_array());
+    for (const Value& element : array) {
+        if (auto node = nodeAtDepth(element, depth + 1)) {
+            plist_array_append_item(tree.get(), node.release());
+        }
+    }
+    return tree;
+}
+
+// NOLINTNEXTLINE(misc-no-recursion): bounded by kMostNesting.
+Tree nodeFromDictionary(const Dictionary& dictionary, int depth) {
+    Tree tree(plist_new_dict());
+    for (const auto& [key, entry] : dictionary) {
+        if (auto node = nodeAtDepth(entry, depth + 1)) {
+            plist_dict_set_item(tree.get(), wellFormedText(key).c_str(), node.release());
+        }
+    }
+    return tree;
+}
+
 // NOLINTNEXTLINE(misc-no-recursion): bounded by kMostNesting.
 Tree nodeAtDepth(const Value& value, int depth) {
     if (depth > kMostNesting) {
         return nullptr;
     }
     if (const auto* array = value.arrayView()) {
-        Tree tree(plist_new_array());
-        for (const Value& element : *array) {
-            if (auto node = nodeAtDepth(element, depth + 1)) {
-                plist_array_append_item(tree.get(), node.release());
-            }
-        }
-        return tree;
+        return nodeFromArray(*array, depth);
     }
     if (const auto* dictionary = value.dictionaryView()) {
-        Tree tree(plist_new_dict());
-        for (const auto& [key, entry] : *dictionary) {
-            if (auto node = nodeAtDepth(entry, depth + 1)) {
-                plist_dict_set_item(tree.get(), wellFormedText(key).c_str(), node.release());
-            }
-        }
-        return tree;
+        return nodeFromDictionary(*dictionary, depth);
     }
     return nodeFromScalar(value);
 }
@@ -245,22 +277,10 @@ Tree treeFromValue(const Value& value) {
 // NOLINTNEXTLINE(misc-no-recursion): a tree is nested at most kMostNesting deep.
 Value valueFromNode(void* node) {
     switch (plist_get_node_type(node)) {
-    case PLIST_ARRAY: {
-        auto array = Array::make();
-        for (void* const element : elementsOfNode(node)) {
-            array->addObject(valueFromNode(element));
-        }
-        return array;
-    }
-    case PLIST_DICT: {
-        auto dictionary = Dictionary::make();
-        auto entries = entriesOfNode(node);
-        std::ranges::stable_sort(entries, {}, &Entry::first); // In that order a dictionary fills in no time.
-        for (const auto& [key, entry] : entries) {
-            dictionary->setObjectForKey(valueFromNode(entry), key);
-        }
-        return dictionary;
-    }
+    case PLIST_ARRAY:
+        return arrayFromNode(node);
+    case PLIST_DICT:
+        return dictionaryFromNode(node);
     default:
         return scalarFromNode(node);
     }
