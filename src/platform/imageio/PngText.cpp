@@ -5,7 +5,6 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <memory>
 
@@ -67,10 +66,12 @@ std::optional<std::string> internationalText(std::string_view rest) {
     return isCompressed ? inflated(rest) : std::string(rest);
 }
 
+/// -1 for what is no hexadecimal digit.
 int digitValue(char digit) {
-    int value = -1;
-    std::from_chars(&digit, &digit + 1, value, 16);
-    return value;
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    const bool isUpperCase = digit >= 'A' && digit <= 'F';
+    const auto value = kDigits.find(static_cast<char>(isUpperCase ? digit - 'A' + 'a' : digit));
+    return value == std::string_view::npos ? -1 : static_cast<int>(value);
 }
 
 Data bytesFromDigits(std::string_view digits) {
