@@ -89,6 +89,7 @@ TEST(ExifManagerReadingTest, ReadsPhotosOfCameras) {
         {"apple-iphonese-southeast.jpg", 23'209, {240, 180}, 25, {-34.0213583333333, 23.899375}, 2.809326425,
             {240, 180}},
         {"synthetic-southwest.jpg", 62'860, {900, 600}, 80, {-22.951916, -43.210487}, 812.4, {512, 341}},
+        {"nikon-d5300.heic", 18'241, {300, 200}, 200, {51.1782805555556, -1.82663888888889}, 97, {300, 200}},
         {"canon-40d-northwest-rating5.jpg", 16'482, {100, 68}, 400, {12.54321, -54.1234}, 0, {100, 68}},
     };
     for (const Case& c : cases) {
@@ -160,6 +161,23 @@ TEST(ExifManagerReadingTest, MakesARecordWithoutMetadataOfWhatIsNoImage) {
     EXPECT_EQ(ExifManager::metadataFromImageSource(nullptr), nullptr);
     EXPECT_EQ(ExifManager::metadataFromImageData(std::nullopt), nullptr);
     EXPECT_EQ(ExifManager::exifInformationFromNSData(std::nullopt)->imageData, std::nullopt);
+}
+
+TEST(ExifManagerReadingTest, ReadsOfAPictureInMemoryWhatItsPixelsTell) {
+    const auto image = UIImage::imageWithBitmap(std::make_shared<Bitmap>(Bitmap{.width = 3,
+        .height = 2,
+        .channels = 4,
+        .pixels = std::vector<std::uint8_t>(24, 128),
+        .iccProfile = {}}));
+    const auto record = ExifManager::exifInformationFromImage(image);
+    ASSERT_TRUE(record->metaDataDictionary);
+    EXPECT_EQ(record->dimensions, (CGSize{3, 2}));
+    EXPECT_EQ(record->metaDataDictionary->objectForKey("ColorModel"), Value("RGB"));
+    EXPECT_EQ(record->metaDataDictionary->objectForKey("HasAlpha"), Value(true));
+    EXPECT_FALSE(record->exifInfoAvailable);
+    EXPECT_FALSE(record->imageResultIsInCloud);
+    EXPECT_EQ(record->thumbNailImage, image);
+    EXPECT_EQ(ExifManager::exifInformationFromImage(nullptr)->thumbNailImage, nullptr);
 }
 
 TEST(ExifManagerReadingTest, TellsItsStepsInTheDebugLog) {

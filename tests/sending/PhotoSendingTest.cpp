@@ -62,6 +62,8 @@ private:
 
 class PhotoSendingTest : public testing::Test {
 protected:
+    void SetUp() override { PersistanceManager::forgetSharedInstance(); }
+
     /// Sends and waits until everything is in the input field.
     PhotoSendingResult send(const std::shared_ptr<ExifInformation>& record,
         const std::optional<Data>& imageData,
