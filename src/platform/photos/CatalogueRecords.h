@@ -29,6 +29,9 @@ struct LibraryFolder {
     std::string path; ///< Below the root: "2024/05", empty for the root itself; bytes.
 };
 
+/// The type of a file that belongs to an asset but is none of its resources: what an editor wrote beside it.
+inline constexpr PHAssetResourceType kSidecarFile{0};
+
 /// A file as it was when it was last looked at.
 struct CatalogueFile {
     std::int64_t number = 0;
@@ -41,6 +44,12 @@ struct CatalogueFile {
     std::int64_t quickFingerprint = 0; ///< 0: not taken.
     std::int64_t wholeFingerprint = 0; ///< 0: not taken.
     bool isVanished = false;           ///< Its asset is.
+    /// The same in the picture and in the video of a live photo; may be empty.
+    std::string contentIdentifier;
+    /// Where in a motion photo's file its video lies, in bytes; with a length it is a resource of its own,
+    /// of the type `PairedVideo`.
+    std::int64_t embeddedVideoOffset = 0;
+    std::int64_t embeddedVideoLength = 0; ///< 0: none.
 };
 
 // The bits of `CatalogueAsset::traits`, for which the platform's asset has no field.

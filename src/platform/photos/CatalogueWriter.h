@@ -55,6 +55,10 @@ public:
     std::optional<CatalogueFile> fileInFolder(std::int64_t folder, std::string_view name);
     /// Files of the same content, vanished ones too; at most 100.
     std::vector<CatalogueFile> filesWithQuickFingerprint(std::int64_t fingerprint);
+    /// Those of one live photo, whatever they are called; at most 100.
+    std::vector<CatalogueFile> filesWithContentIdentifier(std::int64_t folder, std::string_view identifier);
+    /// The asset that represents the burst, unless it has vanished; 0 without one.
+    std::int64_t assetRepresentingBurst(std::string_view burstIdentifier);
     /// Nothing for a number that there is not.
     std::optional<CatalogueAsset> asset(std::int64_t number);
 
