@@ -8,6 +8,14 @@
 #include <limits>
 
 namespace exifcard {
+namespace {
+
+// A container may hold itself, or twice the same one at every level; what photos and settings hold stays far
+// below both.
+constexpr int kDeepestComparison = 128;
+constexpr std::size_t kMostComparisons = 1'000'000;
+
+} // namespace
 
 Value::Value(ArrayPtr value) {
     if (value) {
@@ -119,14 +127,26 @@ Value Value::copied() const {
 }
 
 bool Value::operator==(const Value& other) const {
-    if (kind() != other.kind()) {
+    std::size_t comparisons = 0;
+    return equals(other, 0, comparisons);
+}
+
+bool Value::equals(const Value& other, int level, std::size_t& comparisons) const {
+    if (kind() != other.kind() || level > kDeepestComparison || ++comparisons > kMostComparisons) {
         return false;
     }
+    const auto areEqual = [level, &comparisons](const Value& first, const Value& second) {
+        return first.equals(second, level + 1, comparisons);
+    };
     if (const auto* held = arrayView()) {
-        return held == other.arrayView() || *held == *other.arrayView();
+        return held == other.arrayView() || std::ranges::equal(*held, *other.arrayView(), areEqual);
     }
     if (const auto* held = dictionaryView()) {
-        return held == other.dictionaryView() || *held == *other.dictionaryView();
+        const auto areEqualEntries = [&areEqual](const auto& first, const auto& second) {
+            return first.first == second.first && areEqual(first.second, second.second);
+        };
+        return held == other.dictionaryView() ||
+               std::ranges::equal(*held, *other.dictionaryView(), areEqualEntries);
     }
     return _held == other._held;
 }

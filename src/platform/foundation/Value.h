@@ -3,6 +3,7 @@
 #include "platform/foundation/Data.h"
 #include "platform/foundation/Date.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -73,10 +74,13 @@ public:
     /// The same value, but a held container is a new one over the same elements.
     Value copied() const;
 
-    /// Same kind and equal contents; containers compare element by element.
+    /// Same kind and equal contents; containers compare element by element. What nests too deep to be
+    /// compared, as containers that hold themselves do, is unequal unless it is the same object.
     bool operator==(const Value& other) const;
 
 private:
+    bool equals(const Value& other, int level, std::size_t& comparisons) const;
+
     std::variant<std::monostate,
         bool,
         std::int64_t,
