@@ -3,6 +3,8 @@
 #include "cli/GlobalOptions.h"
 #include "cli/HelpFormatter.h"
 #include "cli/Session.h"
+#include "metadata/FieldKeys.h"
+#include "settings/FieldList.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -93,6 +95,7 @@ ExitStatus runCommandLine(int argumentCount, char** arguments) {
         Session session{SessionOptions{}};
         return answerParseError(root, error, session);
     }
+    setFieldTest(isFieldKey); // What a settings file names is no reason to end.
     Session session(applyGlobalOptions(*globalOptions));
     const CLI::App* const chosen = chosenCommand(&root);
     for (const auto& [app, action] : tree.actions) {

@@ -91,19 +91,14 @@ constexpr const char* kVideoFields[] = {
 /// Intended: a list in the program's own defaults, where an older version kept
 /// it, counts only where the suite holds one too.
 void load(FieldList& list, const ExifKeys& defaults) {
-    const auto ownDefaults = UserDefaults::standardUserDefaults();
-    auto own = unarchivedKeys(ownDefaults->objectForKey(list.key()));
-    auto stored =
-        unarchivedKeys(UserDefaults::initWithSuiteName(kApplicationGroup)->objectForKey(list.key()));
-    if (!stored) {
+    if (!list.load(*UserDefaults::initWithSuiteName(kApplicationGroup))) {
         list.store(defaults);
         return;
     }
-    if (own) {
+    const auto ownDefaults = UserDefaults::standardUserDefaults();
+    if (auto own = unarchivedKeys(ownDefaults->objectForKey(list.key()))) {
         list.store(std::move(*own));
         ownDefaults->removeObjectForKey(list.key());
-    } else {
-        list.store(std::move(*stored));
     }
     list.appendMissing(defaults);
 }

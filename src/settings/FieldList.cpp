@@ -1,5 +1,6 @@
 #include "settings/FieldList.h"
 
+#include "platform/foundation/FormatString.h"
 #include "platform/foundation/Identifiers.h"
 #include "platform/foundation/KeyedArchiver.h"
 #include "platform/foundation/Log.h"
@@ -7,10 +8,31 @@
 #include "platform/foundation/UserDefaults.h"
 
 #include <algorithm>
+#include <atomic>
 #include <iterator>
 
 namespace exifcard {
 namespace {
+
+std::atomic<bool (*)(std::string_view key)> fieldTest = nullptr;
+
+bool isField(std::string_view key) {
+    auto* const test = fieldTest.load(std::memory_order_relaxed);
+    return test == nullptr || test(key);
+}
+
+bool isShown(const std::shared_ptr<ExifKey>& key) {
+    return key && !key->isHidden.boolValue();
+}
+
+void logForeignKeys(const ExifKeys& keys) {
+    const auto count =
+        std::ranges::count_if(keys, [](const auto& key) { return isShown(key) && !isField(key->key); });
+    if (count > 0) {
+        errorLog(
+            stringWithFormat("a stored list of fields names %ld that are none; they are left out", {count}));
+    }
+}
 
 Data archivedKeys(const ExifKeys& keys) {
     std::vector<ArchivedObject> objects;
@@ -29,11 +51,15 @@ Data archivedKeys(const ExifKeys& keys) {
 std::shared_ptr<const ExifKeys> visibleSubset(const ExifKeys& keys) {
     auto visible = std::make_shared<ExifKeys>();
     std::ranges::copy_if(keys, std::back_inserter(*visible),
-        [](const auto& key) { return key && !key->isHidden.boolValue(); });
+        [](const auto& key) { return isShown(key) && isField(key->key); });
     return visible;
 }
 
 } // namespace
+
+void setFieldTest(bool (*isField)(std::string_view key)) {
+    fieldTest.store(isField, std::memory_order_relaxed);
+}
 
 ExifKeys visibleKeysNamed(std::span<const char* const> keys) {
     ExifKeys list;
@@ -65,6 +91,7 @@ std::optional<ExifKeys> unarchivedKeys(const Value& stored) {
     } catch (const PlatformException& exception) {
         errorLog(std::string("a stored list of fields cannot be read: ") + exception.what());
     }
+    logForeignKeys(keys);
     return keys;
 }
 
@@ -79,6 +106,19 @@ std::shared_ptr<const ExifKeys> FieldList::visibleKeys() const {
         _visibleKeys = visibleSubset(*_keys);
     }
     return _visibleKeys;
+}
+
+bool FieldList::load(const UserDefaults& suite) {
+    auto keys = unarchivedKeys(suite.objectForKey(_key));
+    if (!keys) {
+        return false;
+    }
+    if (keys->empty()) {
+        store(std::move(*keys));
+    } else {
+        take(std::move(*keys)); // The suite holds it; to archive it for comparison is a tenth of a start.
+    }
+    return true;
 }
 
 void FieldList::store(ExifKeys keys) {

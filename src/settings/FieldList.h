@@ -12,6 +12,12 @@
 
 namespace exifcard {
 
+class UserDefaults;
+
+/// Tells which keys are fields of this program. From then on the visible entries leave out all others, which
+/// a newer program or an edited file brings; the stored lists keep them. Set before the first list is read.
+void setFieldTest(bool (*isField)(std::string_view key));
+
 /// A fresh list of visible entries with these keys.
 ExifKeys visibleKeysNamed(std::span<const char* const> keys);
 
@@ -20,7 +26,8 @@ ExifKeys visibleKeysNamed(std::span<const char* const> keys);
 ExifKeys missingKeys(const ExifKeys& stored, const ExifKeys& defaults);
 
 /// The list that a store of preferences holds, or nothing where it holds none.
-/// Data that cannot be read is logged and gives a list without entries.
+/// Data that cannot be read is logged and gives a list without entries; visible entries that
+/// are no fields are logged.
 std::optional<ExifKeys> unarchivedKeys(const Value& stored);
 
 /// A field-order list that is kept in the shared suite, with the subset of its
@@ -32,9 +39,13 @@ public:
 
     std::string_view key() const { return _key; }
     std::shared_ptr<const ExifKeys> keys() const;
-    /// The entries that are not hidden, as they were when the list was stored.
+    /// The fields that are not hidden, as they were when the list was stored.
     std::shared_ptr<const ExifKeys> visibleKeys() const;
 
+    /// Takes the list that the suite holds; one that cannot be read becomes a list without entries there,
+    /// too.
+    /// @return Whether it holds one.
+    bool load(const UserDefaults& suite);
     /// Takes the list, writes it to the suite and finds its visible entries.
     void store(ExifKeys keys);
     /// Stores the list once more with what newer defaults add at its end, where

@@ -62,12 +62,10 @@ constexpr const char* kEdit[] = {
 constexpr const char* kEditForVideo[] = {"DateTaken", "GPS"};
 
 void loadEditList(FieldList& list, const UserDefaults& suite, const ExifKeys& defaults) {
-    auto stored = unarchivedKeys(suite.objectForKey(list.key()));
-    if (!stored) {
+    if (!list.load(suite)) {
         list.store(defaults);
         return;
     }
-    list.store(std::move(*stored));
     if (isDebugLogWanted()) {
         debugLog(stringWithFormat("COUNT___ %ld vs %ld", {list.keys()->size(), defaults.size()}));
     }
@@ -101,8 +99,9 @@ SharedFieldLists::SharedFieldLists()
 void SharedFieldLists::loadFieldLists(const UserDefaults& suite) {
     loadEditList(_editKeysForVideo, suite, sharedEDITExifKeysDefaultOrderedArrayForVideo());
     // Intended: the shared list is never given what newer defaults add.
-    auto shared = unarchivedKeys(suite.objectForKey(_sharedKeys.key()));
-    _sharedKeys.store(shared ? std::move(*shared) : sharedExifKeysDefaultOrderedArray());
+    if (!_sharedKeys.load(suite)) {
+        _sharedKeys.store(sharedExifKeysDefaultOrderedArray());
+    }
     loadEditList(_editKeys, suite, sharedEDITExifKeysDefaultOrderedArray());
 }
 

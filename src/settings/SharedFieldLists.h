@@ -36,7 +36,7 @@ protected:
     SharedFieldLists();
     ~SharedFieldLists() = default;
 
-    /// Takes each list from the suite, with what newer defaults add, and writes it back.
+    /// Takes each list from the suite, or stores the default there, and adds what newer defaults have.
     void loadFieldLists(const UserDefaults& suite);
 
 private:

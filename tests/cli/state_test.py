@@ -97,6 +97,25 @@ class FieldsTest(ProgramTest):
         self.assertEqual({entry["list"]: entry["hidden"] for entry in self.answer("fields", "list")},
                          {"card": 0, "card-video": 0, "share": 1, "edit": 0, "edit-video": 0})
 
+    def test_a_stored_key_that_is_no_field_is_left_out_with_a_line(self):
+        self.run_exifcard("settings", "list")
+        self.run_exifcard("fields", "list")
+        suite, = (self.home / "config" / "exifcard").glob("group.*.plist")
+        stored = plistlib.loads(suite.read_bytes())
+        for key in ("exifKeysOrderedArray", "exifKeysOrderedArray_FOR_SHARE"):
+            archive = plistlib.loads(stored[key])
+            archive["$objects"][archive["$objects"].index("Make")] = "Retired"
+            stored[key] = plistlib.dumps(archive, fmt=plistlib.FMT_BINARY)
+        suite.write_bytes(plistlib.dumps(stored))
+        line = "exifcard: a stored list of fields names 1 that are none; they are left out"
+        for command in (("rows",), ("rows", "--list", "share"), ("share",)):
+            with self.subTest(command=command):
+                result = self.run_exifcard(*command, ELEPHANTS)
+                self.assertEqual((result.status, set(result.error_lines)), (0, {line}))
+                self.assertIn("Canon EOS 6D", result.text)
+                self.assertNotIn("Retired", result.text)
+        self.assertIn("Retired", self.run_exifcard("fields", "show").text)
+
     def test_what_a_list_does_not_have_is_refused(self):
         cases = [
             (("hide", "Nonsense"), "the list card has no field Nonsense"),

@@ -44,7 +44,10 @@ Data archiveOf(const ExifKeys& keys) {
 
 class FieldListsTest : public testing::Test {
 protected:
-    ~FieldListsTest() override { captureLog({}); }
+    ~FieldListsTest() override {
+        captureLog({});
+        setFieldTest(nullptr);
+    }
 
     std::shared_ptr<UserDefaults> suite() const { return UserDefaults::initWithSuiteName(kApplicationGroup); }
 
@@ -87,6 +90,16 @@ TEST_F(FieldListsTest, AnEmptySuiteGetsTheDefaultLists) {
         EXPECT_EQ(c.keys->front()->key, c.first);
         EXPECT_EQ(c.keys->back()->key, c.last);
     }
+}
+
+TEST_F(FieldListsTest, TheListsThatNoPhotoShowsAreInOrder) {
+    EXPECT_EQ(namesOf(AppSettings::exifKeysDefaultOrderedArrayForVideos()),
+        (Names{"DateTaken", "FramesPerSecond", "GPSSpeed", "GPSAltitude", "GPS", "Duration", "FileSize",
+            "Artist", "Copyright", "Make", "Model", "Software", "MapView"}));
+    EXPECT_EQ(namesOf(PersistanceManager::sharedEDITExifKeysDefaultOrderedArray()),
+        (Names{"DateTaken", "Caption", "Title", "FocalLength", "Copyright", "Artist", "Make", "Model",
+            "Software", "LensMake", "LensModel", "ApertureValue", "ISOSpeedValue", "ShutterSpeedStringValue",
+            "UserComment", "Keywords", "Headline", "StarRating", "GPSAltitude", "GPSSpeed", "GPS"}));
 }
 
 TEST_F(FieldListsTest, ASecondStartChangesNoByteAndNoTime) {
@@ -207,6 +220,8 @@ TEST_F(FieldListsTest, UnreadableDataGivesALineAndAListWithoutEntries) {
     const PersistanceManager settings;
     EXPECT_EQ(lines, 2);
     EXPECT_TRUE(settings.sharedExifVisibleKeysOrderedArray()->empty()); // This list is never merged.
+    const PersistanceManager later; // The list was stored without entries.
+    EXPECT_EQ(lines, 2);
     EXPECT_EQ(settings.sharedEditEXIFVisibleKeysOrderedArray()->size(), 21U);
     EXPECT_EQ(settings.sharedEditEXIFVisibleKeysOrderedArrayForVideo()->size(), 2U);
 }
@@ -221,6 +236,30 @@ TEST_F(FieldListsTest, EntriesOfAnotherClassAreNeverShown) {
     EXPECT_EQ(namesOf(*settings.allSharedExifVisibleKeysOrderedArray()), Names{"GPS"});
     EXPECT_EQ(namesOf(*PersistanceManager().sharedExifVisibleKeysOrderedArray()),
         (Names{"(none)", "(none)", "GPS"}));
+}
+
+TEST_F(FieldListsTest, WhatIsNoFieldIsKeptAndNotShown) {
+    storeElsewhere("exifKeysOrderedArray_FOR_SHARE", keysOf({"OfANewerProgram", "GPS", ""}));
+    auto hidden = keysOf({"OfANewerProgram", "GPS"});
+    hidden.front()->isHidden = true;
+    storeElsewhere("editExifKeysOrderedArrayVideo", hidden);
+    EXPECT_EQ(PersistanceManager().allSharedExifVisibleKeysOrderedArray()->size(), 3U);
+    setFieldTest([](std::string_view key) { return key != "OfANewerProgram" && !key.empty(); });
+    Names lines;
+    captureLog([&lines](std::string_view line) {
+        if (line.find("list of fields") != line.npos) {
+            lines.emplace_back(line);
+        }
+    });
+    PersistanceManager settings;
+    EXPECT_EQ(lines, Names{"a stored list of fields names 2 that are none; they are left out"});
+    EXPECT_EQ(namesOf(*settings.allSharedExifVisibleKeysOrderedArray()), Names{"GPS"});
+    ExifKeys keys = *settings.sharedExifVisibleKeysOrderedArray();
+    std::swap(keys[0], keys[1]);
+    settings.setSharedExifVisibleKeysOrderedArray(keys);
+    EXPECT_EQ(namesOf(*settings.allSharedExifVisibleKeysOrderedArray()), Names{"GPS"});
+    EXPECT_EQ(namesOf(*unarchivedKeys(suite()->objectForKey("exifKeysOrderedArray_FOR_SHARE"))),
+        (Names{"GPS", "OfANewerProgram", ""}));
 }
 
 TEST_F(FieldListsTest, ReloadingTakesWhatAnotherProgramStored) {
