@@ -20,6 +20,7 @@ const SizeCase kSizes[] = {
     {6000, 4000, "3/2", "24 MegaPixels"},
     {1920, 1080, "16/9", "2.1 MegaPixels"},
     {1700, 100, "17/1 (17.000000)", ".2 MegaPixels"},
+    {2000, 1100, "20/11 (1.818182)", "2.3 MegaPixels"}, // In single precision they are a little over 2.2.
     {1000, 333, "1000/333 (3.003003)", ".4 MegaPixels"},
     {333, 1000, "333/1000 (0.333000)", ".4 MegaPixels"},
     {4000, 1, "4000/1 (4000.000000)", ".1 MegaPixels"},

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <span>
 #include <vector>
 
 namespace exifcard {
@@ -53,6 +54,106 @@ private:
     std::vector<std::string> _names;
     std::vector<NotificationCenter::Observation> _observations;
 };
+
+using Settings = PersistanceManager;
+
+template<typename T>
+struct AccessCase {
+    std::string_view key;
+    T (Settings::*getter)() const;
+    void (Settings::*setter)(T value);
+    T value; ///< While nothing is stored.
+};
+
+const AccessCase<bool> kBooleans[] = {
+    {"automaticallyDownloadCloudPhotos", &Settings::automaticallyDownloadCloudPhotos,
+        &Settings::setAutomaticallyDownloadCloudPhotos, false},
+    {"overwriteImageForExifChange", &Settings::overwriteImageForExifChange,
+        &Settings::setOverwriteImageForExifChange, true},
+    {"addToAlbumAfterEditingEXIF", &Settings::addToAlbumAfterEditingEXIF,
+        &Settings::setAddToAlbumAfterEditingEXIF, true},
+    {"addToAlbumAfterRemovingEXIF", &Settings::addToAlbumAfterRemovingEXIF,
+        &Settings::setAddToAlbumAfterRemovingEXIF, true},
+    {"shouldUseDeviceLanguage", &Settings::shouldUseDeviceLanguage, &Settings::setShouldUseDeviceLanguage,
+        true},
+    {"deleteOriginalPhotoAfterCreatingImageWithoutExif",
+        &Settings::deleteOriginalPhotoAfterCreatingImageWithoutExif,
+        &Settings::setDeleteOriginalPhotoAfterCreatingImageWithoutExif, false},
+    {"shouldHidePhotosWithoutExifDetails", &Settings::shouldHidePhotosWithoutExifDetails,
+        &Settings::setShouldHidePhotosWithoutExifDetails, false},
+    {"shouldHideDeleteAndRemveExifBarOnDetailScreen",
+        &Settings::shouldHideDeleteAndRemveExifBarOnDetailScreen,
+        &Settings::setShouldHideDeleteAndRemveExifBarOnDetailScreen, false},
+    {"isUsingLightFontOnExifDetailsScreen", &Settings::isUsingLightFontOnExifDetailsScreen,
+        &Settings::setIsUsingLightFontOnExifDetailsScreen, true},
+    {"sortOrderAscending", &Settings::sortOrderAscending, &Settings::setSortOrderAscending, false},
+    {"isDarkModeOn", &Settings::isDarkModeOn, &Settings::setIsDarkModeOn, false},
+    {"datePreference24HourFormat", &Settings::datePreference24HourFormat,
+        &Settings::setDatePreference24HourFormat, false},
+    {"haveSeenShareCrashReportsAlert", &Settings::haveSeenShareCrashReportsAlert,
+        &Settings::setHaveSeenShareCrashReportsAlert, false},
+    {"userAllowedSharingCrashReports", &Settings::userAllowedSharingCrashReports,
+        &Settings::setUserAllowedSharingCrashReports, false},
+    {"haveSeenIntroductionScreen", &Settings::haveSeenIntroductionScreen,
+        &Settings::setHaveSeenIntroductionScreen, false},
+    {"haveSeenYoutubeAppVideo", &Settings::haveSeenYoutubeAppVideo, &Settings::setHaveSeenYoutubeAppVideo,
+        false},
+    {"shouldShowZoomPercentageInFullScreen", &Settings::shouldShowZoomPercentageInFullScreen,
+        &Settings::setShouldShowZoomPercentageInFullScreen, true},
+    {"haveSeenYoutubeAppExtensionVideo", &Settings::haveSeenYoutubeAppExtensionVideo,
+        &Settings::setHaveSeenYoutubeAppExtensionVideo, false},
+    {"datePreferenceTimeAgoSinceNow", &Settings::datePreferenceTimeAgoSinceNow,
+        &Settings::setDatePreferenceTimeAgoSinceNow, true},
+    {"shouldShowExtraInformationOnEXIFCards", &Settings::shouldShowExtraInformationOnEXIFCards,
+        &Settings::setShouldShowExtraInformationOnEXIFCards, true},
+    {"shouldShowGPSInDecimalValues", &Settings::shouldShowGPSInDecimalValues,
+        &Settings::setShouldShowGPSInDecimalValues, true},
+    {"shouldShareAPPURLWhileSharing", &Settings::shouldShareAPPURLWhileSharing,
+        &Settings::setShouldShareAPPURLWhileSharing, false},
+    {"includeExifAsTextOniMessageApp", &Settings::includeExifAsTextOniMessageApp,
+        &Settings::setIncludeExifAsTextOniMessageApp, true},
+    {"showUserCurrentLocationOnMapView", &Settings::showUserCurrentLocationOnMapView,
+        &Settings::setShowUserCurrentLocationOnMapView, false},
+};
+
+const AccessCase<std::uint64_t> kUnsignedIntegers[] = {
+    {"locationFilter", &Settings::locationFilter, &Settings::setLocationFilter, 0},
+    {"sortByKeyValue", &Settings::sortByKeyValue, &Settings::setSortByKeyValue, 0},
+    {"mapType", &Settings::mapType, &Settings::setMapType, 0},
+    {"selectedTabIndex", &Settings::selectedTabIndex, &Settings::setSelectedTabIndex, 2},
+};
+
+const AccessCase<std::int64_t> kIntegers[] = {
+    {"imageViewContentMode", &Settings::imageViewContentMode, &Settings::setImageViewContentMode, 2},
+    {"numberOfExifCardFlips", &Settings::numberOfExifCardFlips, &Settings::setNumberOfExifCardFlips, 0},
+};
+
+/// Each getter first answers the default, and then what its setter stored under the key alone.
+template<typename T>
+void checkAccess(PersistanceManager& settings, std::span<const AccessCase<T>> cases) {
+    for (const AccessCase<T>& c : cases) {
+        SCOPED_TRACE(c.key);
+        EXPECT_EQ((settings.*c.getter)(), c.value);
+        const auto keys = settings.userDefaults->allKeys().size();
+        const T other = c.value == T(0) ? T(1) : T(0);
+        (settings.*c.setter)(other);
+        EXPECT_EQ((settings.*c.getter)(), other);
+        EXPECT_EQ(settings.userDefaults->allKeys().size(), keys + 1);
+        EXPECT_FALSE(settings.userDefaults->objectForKey(c.key).isNothing());
+    }
+}
+
+TEST_F(PersistanceManagerTest, EachGetterAnswersWhatItsOwnSetterStored) {
+    checkAccess<bool>(settings(), kBooleans);
+    checkAccess<std::uint64_t>(settings(), kUnsignedIntegers);
+    checkAccess<std::int64_t>(settings(), kIntegers);
+    EXPECT_EQ(settings().albumNameAfterEditingEXIF(), "Exif Edited");
+    EXPECT_EQ(settings().albumNameAfterRemovingEXIF(), "Exif Removed");
+    settings().setAlbumNameAfterEditingEXIF("one");
+    settings().setAlbumNameAfterRemovingEXIF("other");
+    EXPECT_EQ(settings().albumNameAfterEditingEXIF(), "one");
+    EXPECT_EQ(settings().albumNameAfterRemovingEXIF(), "other");
+}
 
 TEST_F(PersistanceManagerTest, EverySetterStoresAndPostsWhatTheTableTells) {
     PostedNotifications posted(&settings());
