@@ -7,8 +7,6 @@ find_package(spdlog REQUIRED)
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
 pkg_check_modules(EXIV2 REQUIRED IMPORTED_TARGET exiv2)
 pkg_check_modules(EXPAT REQUIRED IMPORTED_TARGET expat)
-pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil libswscale)
-pkg_check_modules(LIBRAW REQUIRED IMPORTED_TARGET libraw_r)
 find_package(ZLIB REQUIRED)
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
@@ -16,13 +14,45 @@ pkg_check_modules(TURBOJPEG REQUIRED IMPORTED_TARGET libturbojpeg)
 pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET vips)
 pkg_check_modules(ZIMG REQUIRED IMPORTED_TARGET zimg)
 
-# exifcard_use_mimalloc(<program>)
+# exifcard_either(<name> SHARED <library…> STATIC <archive…>)
 #
-# Links the program with the mimalloc allocator in place of the C library's, where that is wanted.
-function(exifcard_use_mimalloc program)
-    if(EXIFCARD_USE_MIMALLOC AND NOT EXIFCARD_SANITIZERS)
-        find_package(mimalloc REQUIRED)
-        # Nothing names a function of it: the linker would drop it as unneeded.
-        target_link_options(${program} PRIVATE -Wl,--push-state,--no-as-needed -lmimalloc -Wl,--pop-state)
+# Makes the target exifcard::<name>: the archives for a program that must start quickly (exifcard_quick_start), the
+# shared libraries for all others, and for all where an archive is missing.
+function(exifcard_either name)
+    cmake_parse_arguments(PARSE_ARGV 1 either "" "" "SHARED;STATIC")
+    set(archives)
+    foreach(archive IN LISTS either_STATIC)
+        find_library(EXIFCARD_${archive} NAMES ${archive})
+        mark_as_advanced(EXIFCARD_${archive})
+        list(APPEND archives ${EXIFCARD_${archive}})
+    endforeach()
+    add_library(exifcard_${name} INTERFACE)
+    add_library(exifcard::${name} ALIAS exifcard_${name})
+    if("${archives}" MATCHES "NOTFOUND" OR EXIFCARD_SANITIZERS)
+        target_link_libraries(exifcard_${name} INTERFACE ${either_SHARED})
+        return()
+    endif()
+    set(isQuick "$<BOOL:$<TARGET_PROPERTY:EXIFCARD_QUICK_START>>")
+    foreach(library IN LISTS either_SHARED)
+        target_link_libraries(exifcard_${name} INTERFACE "$<$<NOT:${isQuick}>:${library}>")
+    endforeach()
+    foreach(archive IN LISTS archives)
+        target_link_libraries(exifcard_${name} INTERFACE "$<${isQuick}:${archive}>")
+    endforeach()
+endfunction()
+
+exifcard_either(icu SHARED ICU::i18n ICU::uc STATIC libicui18n.a libicuuc.a libicudata.a)
+exifcard_either(expat SHARED PkgConfig::EXPAT STATIC libexpat.a)
+exifcard_either(sqlite3 SHARED PkgConfig::SQLITE STATIC libsqlite3.a)
+
+# exifcard_quick_start(<program>)
+#
+# For a program that is started for one photo at a time: each shared library costs it half a millisecond before main,
+# so what can be is linked in; and what holds most names comes first, where the loader finds them soonest.
+function(exifcard_quick_start program)
+    set_target_properties(${program} PROPERTIES EXIFCARD_QUICK_START ON)
+    if(NOT EXIFCARD_SANITIZERS)
+        target_link_options(${program} PRIVATE
+            -Wl,--push-state,--no-as-needed -lexiv2 -lstdc++ -Wl,--pop-state)
     endif()
 endfunction()

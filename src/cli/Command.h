@@ -29,6 +29,7 @@ struct Command {
     /// Declares the command's options and answers what runs it; null where only its subcommands run.
     CommandAction (*declare)(CLI::App& app) = nullptr;
     std::span<const Command> subcommands = {};
+    bool walksAllCommands = false; ///< Needs the options of all commands, not of its own alone.
 };
 
 /// Every command, in the order of the help.

@@ -23,18 +23,37 @@ The share texts of all photos below a folder:
 A photo into a conversation, with its caption:
   exifcard send photo.jpg --to Ann)";
 
+void addCommand(CLI::App& parent, const Command& command, CommandTree& tree);
+
+/// Gives the command its options and subcommands.
+void fillCommand(CLI::App& app, const Command& command, CommandTree& tree) {
+    if (command.declare != nullptr) {
+        tree.actions.emplace_back(&app, command.declare(app));
+    } else {
+        app.require_subcommand(1);
+    }
+    for (const Command& subcommand : command.subcommands) {
+        addCommand(app, subcommand, tree);
+    }
+    for (std::size_t next = 0; command.walksAllCommands && next < tree.fillings.size(); ++next) {
+        const auto fill = tree.fillings[next]; // A copy: filling one may add others.
+        fill();
+    }
+}
+
+/// Adds the command by name and summary. The rest comes when the arguments name it: declaring every option of
+/// every command takes as long as reading a photo.
 void addCommand(CLI::App& parent, const Command& command, CommandTree& tree) {
     CLI::App* const app = parent.add_subcommand(command.name, command.summary);
     app->group("Commands");
     app->footer(command.examples);
-    if (command.declare != nullptr) {
-        tree.actions.emplace_back(app, command.declare(*app));
-    } else {
-        app->require_subcommand(1);
-    }
-    for (const Command& subcommand : command.subcommands) {
-        addCommand(*app, subcommand, tree);
-    }
+    auto fill = [app, &command, &tree, isFilled = std::make_shared<bool>(false)] {
+        if (!std::exchange(*isFilled, true)) {
+            fillCommand(*app, command, tree);
+        }
+    };
+    app->preparse_callback([fill](std::size_t) { fill(); });
+    tree.fillings.push_back(std::move(fill));
 }
 
 /// The command that was named, down to its last subcommand.

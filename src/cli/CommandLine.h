@@ -2,6 +2,7 @@
 
 #include "cli/Command.h"
 
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -13,6 +14,8 @@ struct CommandTree {
     std::unique_ptr<CLI::App> root;
     /// What runs a command; commands of which only subcommands run have none.
     std::vector<std::pair<const CLI::App*, CommandAction>> actions;
+    /// What gives each command its options, once; a command that is named is filled by itself.
+    std::vector<std::function<void()>> fillings;
 
     CommandTree();
     ~CommandTree();

@@ -32,6 +32,7 @@ const Command kCompletionCommand = {
 In every new one:
   exifcard completion fish > ~/.config/fish/completions/exifcard.fish)",
     .declare = declareCompletion,
+    .walksAllCommands = true,
 };
 
 } // namespace exifcard

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 
 namespace exifcard {
 namespace {
@@ -21,17 +22,32 @@ constexpr double kRoundingInMilliseconds = 0.001;
 /// About the year 200,000 either way, within what ICU's calendars count.
 constexpr double kFurthestSecond = 6e12;
 
-std::unique_ptr<const icu::SimpleDateFormat> makeFormat(std::string_view pattern, const Locale& locale) {
+/// An empty calendar of the system's time zone, read anew for each formatter, so that one made later follows
+/// the system.
+std::unique_ptr<const icu::Calendar> makeCalendar(const icu::Locale& locale) {
     auto status = U_ZERO_ERROR;
-    // Read anew for each formatter, so that one made later follows the system.
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());
-    auto format = std::make_unique<icu::SimpleDateFormat>(
-        icu::UnicodeString::fromUTF8(pattern), icu::Locale(locale.identifier().c_str()), status);
-    if (U_FAILURE(status) != 0 || zone == nullptr) {
+    if (zone == nullptr) {
         return nullptr;
     }
-    format->adoptTimeZone(zone.release());
-    format->setLenient(static_cast<UBool>(false));
+    std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(zone.release(), locale, status));
+    if (U_FAILURE(status) != 0) {
+        return nullptr;
+    }
+    calendar->clear();
+    calendar->setLenient(static_cast<UBool>(false));
+    return calendar;
+}
+
+std::unique_ptr<const icu::SimpleDateFormat> makeFormat(
+    std::string_view pattern, const icu::Locale& locale, const icu::Calendar& calendar) {
+    auto status = U_ZERO_ERROR;
+    auto format =
+        std::make_unique<icu::SimpleDateFormat>(icu::UnicodeString::fromUTF8(pattern), locale, status);
+    if (U_FAILURE(status) != 0) {
+        return nullptr;
+    }
+    format->adoptCalendar(calendar.clone());
     return format;
 }
 
@@ -52,11 +68,10 @@ class DateFormatter::Implementation {
 public:
     Implementation(std::string pattern, const Locale& locale)
         : _pattern(std::move(pattern))
-        , _format(makeFormat(std::string_view(_pattern).substr(0, kLongestPattern), locale))
+        , _locale(locale.identifier().c_str())
+        , _calendar(makeCalendar(_locale))
         , _numericPattern(NumericDatePattern::fromPattern(_pattern)) {
-        const bool isGregorian =
-            _format && dynamic_cast<const icu::GregorianCalendar*>(_format->getCalendar()) != nullptr;
-        if (!isGregorian) {
+        if (dynamic_cast<const icu::GregorianCalendar*>(_calendar.get()) == nullptr) {
             _numericPattern.reset();
         }
     }
@@ -65,20 +80,20 @@ public:
 
     std::string text(Date date) const {
         const double second = std::clamp(date.secondsSince1970, -kFurthestSecond, kFurthestSecond);
-        if (!_format || std::isnan(second)) {
+        if (std::isnan(second) || format() == nullptr) {
             return {};
         }
         auto status = U_ZERO_ERROR;
-        const auto calendar = emptyCalendar();
+        const std::unique_ptr<icu::Calendar> calendar(_calendar->clone());
         calendar->setTime(std::floor(second * kMillisecondsInSecond + kRoundingInMilliseconds), status);
         icu::UnicodeString unicode;
         icu::FieldPosition ignored;
         std::string text;
-        return _format->format(*calendar, unicode, ignored).toUTF8String(text);
+        return format()->format(*calendar, unicode, ignored).toUTF8String(text);
     }
 
     std::optional<Date> date(std::string_view text) const {
-        if (!_format || text.empty() || text.size() > kLongestText) {
+        if (_calendar == nullptr || text.empty() || text.size() > kLongestText) {
             return std::nullopt;
         }
         // Digits of other scripts are ICU's.
@@ -86,10 +101,16 @@ public:
     }
 
 private:
-    std::unique_ptr<icu::Calendar> emptyCalendar() const {
-        std::unique_ptr<icu::Calendar> calendar(_format->getCalendar()->clone());
-        calendar->clear();
-        return calendar;
+    /// Made when first asked for: it is dear, and reading dates by their numbers needs none. Null where ICU
+    /// could not make one.
+    const icu::SimpleDateFormat* format() const {
+        std::call_once(_isFormatMade, [this] {
+            if (_calendar != nullptr) {
+                _format =
+                    makeFormat(std::string_view(_pattern).substr(0, kLongestPattern), _locale, *_calendar);
+            }
+        });
+        return _format.get();
     }
 
     std::optional<Date> dateByNumbers(std::string_view text) const {
@@ -97,7 +118,7 @@ private:
         if (!clock) {
             return std::nullopt;
         }
-        const auto calendar = emptyCalendar();
+        const std::unique_ptr<icu::Calendar> calendar(_calendar->clone());
         calendar->set(clock->year, clock->month - 1, clock->day, clock->hour, clock->minute, clock->second);
         return dateOfCalendar(*calendar);
     }
@@ -105,18 +126,22 @@ private:
     std::optional<Date> dateByICU(std::string_view text) const {
         const auto unicode = icu::UnicodeString::fromUTF8(text);
         // ICU skips blanks in front and leaves what it cannot use at the end.
-        if (u_isUWhiteSpace(unicode.char32At(0)) != 0 && !_pattern.starts_with(' ')) {
+        const bool startsBlank = u_isUWhiteSpace(unicode.char32At(0)) != 0 && !_pattern.starts_with(' ');
+        if (startsBlank || format() == nullptr) {
             return std::nullopt;
         }
-        const auto calendar = emptyCalendar();
+        const std::unique_ptr<icu::Calendar> calendar(_calendar->clone());
         icu::ParsePosition position(0);
-        _format->parse(unicode, *calendar, position);
+        format()->parse(unicode, *calendar, position);
         return position.getIndex() == unicode.length() ? dateOfCalendar(*calendar) : std::nullopt;
     }
 
     const std::string _pattern;
-    const std::unique_ptr<const icu::SimpleDateFormat> _format; ///< Null when ICU could not make one.
+    const icu::Locale _locale;
+    const std::unique_ptr<const icu::Calendar> _calendar; ///< Null when ICU could not make one.
     std::optional<NumericDatePattern> _numericPattern;
+    mutable std::once_flag _isFormatMade;
+    mutable std::unique_ptr<const icu::SimpleDateFormat> _format;
 };
 
 DateFormatter::DateFormatter(std::string pattern, const Locale& locale)

@@ -1,13 +1,11 @@
+#include "platform/foundation/BinaryPropertyList.h"
 #include "platform/foundation/KeyedArchiver.h"
 #include "platform/foundation/PlatformException.h"
 #include "platform/foundation/PropertyListBounds.h"
-#include "platform/foundation/PropertyListTree.h"
-
-#include <plist/plist.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
+#include <optional>
 
 namespace exifcard::keyedarchive {
 namespace {
@@ -16,95 +14,122 @@ namespace {
 /// referred to any number of times, so a small archive can ask for many.
 constexpr std::size_t kMostParts = 4000;
 constexpr std::size_t kMostTextBytes = 1U << 20U;
+/// An object of many fields is searched for each of them; a list's has three.
+constexpr std::size_t kMostFields = 256;
 
 [[noreturn]] void refuse(const std::string& reason) {
     throw PlatformException("NSInvalidArgumentException", "the keyed archive " + reason);
 }
 
-std::string textOfNode(plist_t node) {
-    const Value value = propertylist::valueFromNode(node);
-    return value.text() != nullptr ? *value.text() : std::string();
-}
-
 class Unarchiver {
 public:
-    explicit Unarchiver(const Data& archive)
+    explicit Unarchiver(std::string_view bytes) : _list(bytes) {
         // In XML form the references come out as dictionaries.
-        : _tree(propertylist::isBinary(archive.text()) ? propertylist::treeFromBytes(archive) : nullptr)
-        , _objects(propertylist::elementsOfNode(plist_dict_get_item(_tree.get(), "$objects"))) {
-        if (textOfNode(plist_dict_get_item(_tree.get(), "$archiver")) != "NSKeyedArchiver") {
+        const auto root = propertylist::isBinary(bytes) ? _list.objectAt(_list.root()) : std::nullopt;
+        _objects = entry(root, "$objects");
+        _top = entry(root, "$top");
+        if (!_objects || textOf(entry(root, "$archiver")) != "NSKeyedArchiver") {
             refuse("is none");
         }
     }
 
     std::vector<ArchivedObject> rootArray() {
-        auto* const root = resolved(plist_dict_get_item(plist_dict_get_item(_tree.get(), "$top"), "root"));
+        const auto root = resolved(entry(_top, "root"));
         const auto classes = classesOf(root);
         if (std::ranges::count(classes, "NSArray") == 0) {
             refuse("holds no array");
         }
         std::vector<ArchivedObject> elements;
-        for (plist_t element : propertylist::elementsOfNode(plist_dict_get_item(root, "NS.objects"))) {
-            elements.push_back(elementOf(resolved(element)));
+        const auto list = entry(root, "NS.objects");
+        for (std::size_t place = 0; list && list->kind == Kind::Array && place < list->size; ++place) {
+            elements.push_back(elementOf(resolved(element(*list, place))));
         }
         return elements;
     }
 
 private:
-    /// The object that a reference means, or the node itself when it is no
-    /// reference. Null for the reference to nothing.
-    plist_t resolved(plist_t node) const {
-        if (!PLIST_IS_UID(node)) {
-            return node;
+    using Kind = propertylist::BinaryPropertyList::Kind;
+    using Object = std::optional<propertylist::BinaryPropertyList::Object>;
+
+    Object element(const Object& container, std::size_t place) const {
+        const auto index = _list.elementAt(*container, place);
+        return index ? _list.objectAt(*index) : std::nullopt;
+    }
+
+    /// What stands under `key` in a dictionary; nothing in any other object.
+    Object entry(const Object& dictionary, std::string_view key) const {
+        if (!dictionary || dictionary->kind != Kind::Dictionary) {
+            return std::nullopt;
         }
-        std::uint64_t index = 0;
-        plist_get_uid_val(node, &index);
-        if (index >= _objects.size()) {
+        for (std::size_t place = 0; place < std::min(dictionary->size, kMostFields); ++place) {
+            const auto name = element(dictionary, place);
+            if (name && name->kind == Kind::ASCII && _list.contentOf(*name) == key) {
+                return element(dictionary, place + dictionary->size);
+            }
+        }
+        return std::nullopt;
+    }
+
+    /// The object that a reference means, or the object itself when it is no
+    /// reference. Nothing for the reference to nothing.
+    Object resolved(const Object& object) const {
+        const auto index = object ? _list.referenceIn(*object) : std::nullopt;
+        if (!index) {
+            return object;
+        }
+        if (_objects->kind != Kind::Array || *index >= _objects->size) {
             refuse("refers to an object beyond its end");
         }
-        return index > 0 ? _objects[index] : nullptr;
+        return *index > 0 ? element(_objects, *index) : std::nullopt;
+    }
+
+    std::string textOf(const Object& object) const {
+        const Value value = object && object->isText() ? _list.scalarOf(*object) : Value();
+        return value.text() != nullptr ? *value.text() : std::string();
     }
 
     /// The name of the object's class and of those it is made from; empty for what is no object.
-    std::vector<std::string> classesOf(plist_t object) const {
-        auto* const record = resolved(plist_dict_get_item(object, "$class"));
-        std::vector<std::string> names = {textOfNode(plist_dict_get_item(record, "$classname"))};
-        for (plist_t name : propertylist::elementsOfNode(plist_dict_get_item(record, "$classes"))) {
-            names.push_back(textOfNode(name));
+    std::vector<std::string> classesOf(const Object& object) {
+        const auto record = resolved(entry(object, "$class"));
+        std::vector<std::string> names = {textOf(entry(record, "$classname"))};
+        const auto chain = entry(record, "$classes");
+        for (std::size_t place = 0; chain && chain->kind == Kind::Array && place < chain->size; ++place) {
+            names.push_back(textOf(element(chain, place)));
+            spend(0, 1 + names.back().size());
         }
         return names;
     }
 
-    ArchivedObject elementOf(plist_t node) {
+    ArchivedObject elementOf(const Object& object) {
         spend(1, 0);
-        ArchivedObject object;
-        const auto classes = classesOf(node);
+        ArchivedObject archived;
+        const auto classes = classesOf(object);
         if (classes.front().empty() || std::ranges::count(classes, "NSString") > 0) {
-            object.fields.emplace("", valueOf(node));
-            return object;
+            archived.fields.emplace("", valueOf(object));
+            return archived;
         }
-        object.className = classes.front();
-        for (const auto& [key, field] : propertylist::entriesOfNode(node)) {
+        archived.className = classes.front();
+        for (std::size_t place = 0; place < object->size; ++place) {
+            const std::string key = textOf(element(object, place));
             const bool isEscaped = key.starts_with("$$");
             if (isEscaped || !key.starts_with('$')) {
-                object.fields.emplace(key.substr(isEscaped ? 1 : 0), valueOf(resolved(field)));
-                spend(1, key.size());
+                const auto field = resolved(element(object, place + object->size));
+                archived.fields.emplace(key.substr(isEscaped ? 1 : 0), valueOf(field));
             }
+            spend(1, key.size());
         }
-        return object;
+        return archived;
     }
 
     /// The text, number or boolean; nothing for any other object.
-    Value valueOf(plist_t node) {
-        auto* const inlined = PLIST_IS_DICT(node) ? resolved(plist_dict_get_item(node, "NS.string")) : node;
-        if (inlined == nullptr || PLIST_IS_DICT(inlined) || PLIST_IS_ARRAY(inlined)) {
+    Value valueOf(const Object& object) {
+        const auto inlined =
+            object && object->kind == Kind::Dictionary ? resolved(entry(object, "NS.string")) : object;
+        if (!inlined) {
             return {};
         }
-        std::uint64_t length = 0;
-        plist_get_string_ptr(inlined, &length);
-        plist_get_data_ptr(inlined, &length);
-        spend(0, length);
-        return propertylist::valueFromNode(inlined);
+        spend(0, _list.contentOf(*inlined).size());
+        return _list.scalarOf(*inlined);
     }
 
     void spend(std::size_t parts, std::size_t textBytes) {
@@ -115,8 +140,9 @@ private:
         }
     }
 
-    propertylist::Tree _tree;
-    std::vector<void*> _objects; // Owned by the tree.
+    propertylist::BinaryPropertyList _list;
+    Object _objects;
+    Object _top;
     std::size_t _parts = 0;
     std::size_t _textBytes = 0;
 };
@@ -124,7 +150,7 @@ private:
 } // namespace
 
 std::vector<ArchivedObject> unarchiveRootArray(const Data& archive) {
-    return Unarchiver(archive).rootArray();
+    return Unarchiver(archive.text()).rootArray();
 }
 
 } // namespace exifcard::keyedarchive

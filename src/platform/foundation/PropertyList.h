@@ -32,7 +32,7 @@ using Change = std::pair<std::string, Value>;
 
 /// The property list with some entries of its dictionary changed. The others
 /// keep what they are, and the list its form and order.
-/// @param bytes  What is no dictionary counts as an empty one in XML form.
+/// @param bytes  What is no dictionary counts as an empty one in binary form.
 /// @return Nothing when the result would go beyond what `read` takes.
 std::optional<Data> withChanges(const Data& bytes, const std::vector<Change>& changes);
 

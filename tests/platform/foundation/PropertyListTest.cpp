@@ -128,7 +128,7 @@ TEST(PropertyListTest, RefusesAChangeThatCouldNotBeReadAgain) {
     EXPECT_FALSE(propertylist::withChanges(start, {{"long", repeated("x", 4'200'000)}}));
     EXPECT_FALSE(propertylist::withChanges(start, {{"entities", repeated("&", 100'000)}}));
     EXPECT_EQ(propertylist::withChanges(Data::fromText("no list"), {{"key", true}}),
-        propertylist::writeXML(Dictionary::make({{"key", true}})));
+        propertylist::writeBinary(Dictionary::make({{"key", true}})));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "platform/uivalues/BitmapGeometry.h"
+#include "platform/imageio/BitmapGeometry.h"
 
 #include <algorithm>
 #include <cstddef>
