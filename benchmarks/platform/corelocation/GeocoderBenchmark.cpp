@@ -29,8 +29,7 @@ const Data& bundledFile() {
 
 /// The points of the towns as nanoflann wants to see them.
 struct Cloud {
-    std::span<const gazetteer::Point> points =
-        arraysOfGazetteerFile(bundledFile().bytes()).value().towns.points;
+    std::span<const gazetteer::Point> points = arraysOfGazetteerFile(bundledFile().bytes()).value().points;
 
     std::size_t kdtree_get_point_count() const { return points.size(); }
     float kdtree_get_pt(std::size_t index, std::size_t axis) const {

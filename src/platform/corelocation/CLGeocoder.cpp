@@ -6,6 +6,8 @@
 #include "platform/foundation/Locale.h"
 #include "platform/foundation/Log.h"
 
+#include <mutex>
+#include <unordered_map>
 #include <utility>
 
 namespace exifcard {
@@ -21,6 +23,34 @@ std::unique_ptr<const Gazetteer> openBundledGazetteer() {
     return gazetteer;
 }
 
+/// The countries' names in the user's language, each looked up once: it costs more than the place.
+class CountryNames {
+public:
+    std::string nameOf(std::string_view isoCode) {
+        auto locale = Locale::current();
+        const std::lock_guard lock(_mutex);
+        if (locale != _locale) {
+            _locale = std::move(locale);
+            _names.clear();
+        }
+        const auto [name, isNew] = _names.try_emplace(std::string(isoCode));
+        if (isNew) {
+            name->second = _locale.localizedCountryName(isoCode);
+        }
+        return name->second;
+    }
+
+private:
+    std::mutex _mutex;
+    Locale _locale = Locale::system();                   // Guarded by _mutex.
+    std::unordered_map<std::string, std::string> _names; // By code. Guarded by _mutex.
+};
+
+std::string countryName(std::string_view isoCode) {
+    static CountryNames names;
+    return names.nameOf(isoCode);
+}
+
 std::optional<std::string> textOrNothing(std::string_view text) {
     return text.empty() ? std::nullopt : std::optional<std::string>(text);
 }
@@ -32,15 +62,17 @@ GeocodingAnswer placeAtCoordinate(const CLLocationCoordinate2D& coordinate) {
     if (!gazetteer) {
         return {.placemark = std::nullopt, .error = CLError::Network};
     }
-    const auto answer = gazetteer->placeAt(coordinate);
-    if (answer.error) {
-        return {.placemark = std::nullopt, .error = answer.error};
+    const auto place = gazetteer->placeAt(coordinate);
+    GeocodingAnswer answer;
+    answer.error = place.error;
+    if (!place.error) {
+        auto& placemark = answer.placemark.emplace();
+        placemark.subLocality = textOrNothing(place.subLocality);
+        placemark.locality = textOrNothing(place.locality);
+        placemark.country = countryName(place.isoCountryCode);
+        placemark.isoCountryCode = place.isoCountryCode;
     }
-    return {.placemark = CLPlacemark{.subLocality = textOrNothing(answer.subLocality),
-                .locality = textOrNothing(answer.locality),
-                .country = Locale::current().localizedCountryName(answer.isoCountryCode),
-                .isoCountryCode = std::string(answer.isoCountryCode)},
-        .error = std::nullopt};
+    return answer;
 }
 
 void CLGeocoder::reverseGeocodeLocation(

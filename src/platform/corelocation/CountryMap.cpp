@@ -94,7 +94,7 @@ bool CountryMap::visitEdges(const Surroundings& surroundings, Visit visit) const
         if (vertex + 1 >= _vertices.size()) {
             return false;
         }
-        visit(Edge{wayToVertex(vertex), wayToVertex(vertex + 1)}, _countriesOfVertices[vertex]);
+        visit(Edge{wayToVertex(vertex), wayToVertex(vertex + 1)}, vertex);
     }
     return true;
 }
@@ -102,11 +102,11 @@ bool CountryMap::visitEdges(const Surroundings& surroundings, Visit visit) const
 std::optional<std::uint8_t> CountryMap::countryAt(const CLLocationCoordinate2D& coordinate) const {
     const auto surroundings = surroundingsOf(coordinate);
     auto country = surroundings.cell->country;
-    const bool isWhole = visitEdges(surroundings, [&](const Edge& edge, std::uint8_t countryOfEdge) {
+    const bool isWhole = visitEdges(surroundings, [&](const Edge& edge, std::size_t vertex) {
         // A border is there once for either country, so that crossing it takes off the one and puts on the
         // other.
         if (isCrossed(edge, surroundings.target)) {
-            country ^= countryOfEdge;
+            country ^= _countriesOfVertices[vertex];
         }
     });
     return isWhole ? std::optional(country) : std::nullopt;
@@ -118,7 +118,8 @@ std::optional<CountryMap::Neighbour> CountryMap::nearestNeighbour(
     const double degreeOfLongitude =
         gazetteer::kKilometresPerDegree * std::cos(coordinate.latitude * gazetteer::kRadiansPerDegree);
     Neighbour nearest;
-    visitEdges(surroundings, [&](const Edge& edge, std::uint8_t countryOfEdge) {
+    visitEdges(surroundings, [&](const Edge& edge, std::size_t vertex) {
+        const auto countryOfEdge = _countriesOfVertices[vertex];
         if (countryOfEdge == country) {
             return;
         }

@@ -2,6 +2,8 @@
 
 #include "platform/foundation/UTF8.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace exifcard {
@@ -37,21 +39,22 @@ std::unique_ptr<const Gazetteer> Gazetteer::open(Data file) {
     if (!arrays) {
         return nullptr;
     }
-    const auto towns = PlaceTree::make(arrays->towns.points, arrays->towns.nodes);
-    const auto quarters = PlaceTree::make(arrays->quarters.points, arrays->quarters.nodes);
+    const auto places = PlaceTree::make(arrays->points, arrays->nodes);
+    const auto quarters = PlaceTree::make(arrays->quarterPoints, arrays->quarterNodes);
     const auto map =
         CountryMap::make(arrays->cells, arrays->edges, arrays->vertices, arrays->countriesOfVertices);
-    if (!towns || !quarters || !map) {
+    if (!places || !quarters || !map) {
         return nullptr;
     }
-    return std::unique_ptr<const Gazetteer>(new Gazetteer(std::move(file), *arrays, *towns, *quarters, *map));
+    return std::unique_ptr<const Gazetteer>(
+        new Gazetteer(std::move(file), *arrays, *places, *quarters, *map));
 }
 
 Gazetteer::Gazetteer(
-    Data file, const GazetteerArrays& arrays, PlaceTree towns, PlaceTree quarters, CountryMap map)
+    Data file, const GazetteerArrays& arrays, PlaceTree places, PlaceTree quarters, CountryMap map)
     : _file(std::move(file))
     , _arrays(arrays)
-    , _towns(towns)
+    , _places(places)
     , _quarters(quarters)
     , _map(map) {
 }
@@ -66,81 +69,79 @@ Gazetteer::Answer Gazetteer::placeAt(const CLLocationCoordinate2D& coordinate) c
 
 Gazetteer::Answer Gazetteer::answerAtValid(const CLLocationCoordinate2D& coordinate) const {
     const Spot spot = {.coordinate = coordinate, .point = pointAtCoordinate(coordinate)};
+    const auto place = bestPlace(spot, std::nullopt);
+    if (place) {
+        // Its name is on its way while the map is read.
+        const std::size_t offset = _arrays.records[place->index].nameOffset;
+        __builtin_prefetch(_arrays.names.data() + std::min(offset, _arrays.names.size()));
+    }
     const auto country = _map.countryAt(coordinate);
     if (!country) {
         return kDamaged;
     }
-    return *country == gazetteer::kNoCountry ? answerAtSea(spot) : answerOnLand(spot, *country);
+    return *country == gazetteer::kNoCountry ? answerAtSea(spot, place) : answerOnLand(spot, place, *country);
 }
 
-Gazetteer::Answer Gazetteer::answerAtSea(const Spot& spot) const {
-    const auto place = bestPlace(spot, std::nullopt);
+Gazetteer::Answer Gazetteer::answerAtSea(
+    const Spot& spot, const std::optional<PlaceTree::Found>& place) const {
     const auto coast = _map.nearestNeighbour(spot.coordinate, gazetteer::kNoCountry);
-    if (place && (coast || place->found.distance < kNearPlace)) {
+    if (place && (coast || place->distance < kNearPlace)) {
         return answerForPlace(spot, *place);
     }
     return coast ? answerForCountry(coast->country) : kNoResult;
 }
 
-Gazetteer::Answer Gazetteer::answerOnLand(const Spot& spot, std::uint8_t country) const {
-    const auto place = bestPlace(spot, std::nullopt);
+Gazetteer::Answer Gazetteer::answerOnLand(
+    const Spot& spot, const std::optional<PlaceTree::Found>& place, std::uint8_t country) const {
     if (!place) {
         return answerForCountry(country);
     }
-    if (liesIn(recordOf(*place), country)) {
+    if (liesIn(_arrays.records[place->index], country)) {
         return answerForPlace(spot, *place);
     }
     const auto domestic = bestPlace(spot, country);
     const auto border = _map.nearestNeighbour(spot.coordinate, country);
     const bool mayBeAbroad = border && border->distance < kUncertainBorder;
-    if (mayBeAbroad && (!domestic || place->found.score < domestic->found.score - kBorderMargin)) {
+    if (mayBeAbroad && (!domestic || place->score < domestic->score - kBorderMargin)) {
         return answerForPlace(spot, *place);
     }
     return domestic ? answerForPlace(spot, *domestic) : answerForCountry(country);
 }
 
-std::optional<Gazetteer::Place> Gazetteer::bestPlace(
+std::optional<PlaceTree::Found> Gazetteer::bestPlace(
     const Spot& spot, std::optional<std::uint8_t> country) const {
-    const auto wantedOf = [country](const GazetteerArrays::Layer& layer) {
-        return [country, &layer](
-                   std::uint32_t index) { return !country || liesIn(layer.records[index], *country); };
-    };
-    PlaceTree::Search search = {.point = spot.point, .reach = kReach};
-    std::optional<Place> best;
-    if (const auto town = _towns.find(search, wantedOf(_arrays.towns))) {
-        best = Place{.isQuarter = false, .found = *town};
-        search.scoreBelow = town->score;
-    }
-    if (const auto quarter = _quarters.find(search, wantedOf(_arrays.quarters))) {
-        best = Place{.isQuarter = true, .found = *quarter};
-    }
-    return best;
+    return _places.find({.point = spot.point, .reach = kReach}, [this, country](std::uint32_t place) {
+        __builtin_prefetch(&_arrays.records[place]); // It is wanted soon, and hardly ever in the cache.
+        return !country || liesIn(_arrays.records[place], *country);
+    });
 }
 
-const gazetteer::Record& Gazetteer::recordOf(const Place& place) const {
-    return (place.isQuarter ? _arrays.quarters : _arrays.towns).records[place.found.index];
-}
-
-Gazetteer::Answer Gazetteer::answerForPlace(const Spot& spot, const Place& place) const {
-    const auto index = place.found.index;
-    if (place.isQuarter) {
-        return answerForTown(_arrays.townsOfQuarters[index], index);
+Gazetteer::Answer Gazetteer::answerForPlace(const Spot& spot, const PlaceTree::Found& place) const {
+    const auto& record = _arrays.records[place.index];
+    if (record.town != place.index) {
+        return answerForTown(record.town, place.index);
+    }
+    if (record.hasQuarters == 0) {
+        return answerForTown(place.index, std::nullopt);
     }
     // In the middle of a town one is in none of its quarters.
     const PlaceTree::Search search = {
-        .point = spot.point, .reach = place.found.distance, .scoreBelow = kBesideQuarter};
-    const auto quarter = _quarters.find(search,
-        [this, town = index](std::uint32_t candidate) { return _arrays.townsOfQuarters[candidate] == town; });
-    return answerForTown(index, quarter ? std::optional(quarter->index) : std::nullopt);
+        .point = spot.point, .reach = place.distance, .scoreBelow = kBesideQuarter};
+    const auto quarter = _quarters.find(search, [this, town = place.index](std::uint32_t candidate) {
+        const auto position = _arrays.quarters[candidate];
+        return position < _arrays.records.size() && _arrays.records[position].town == town;
+    });
+    return answerForTown(
+        place.index, quarter ? std::optional(_arrays.quarters[quarter->index]) : std::nullopt);
 }
 
 Gazetteer::Answer Gazetteer::answerForTown(std::uint32_t town, std::optional<std::uint32_t> quarter) const {
-    if (town >= _arrays.towns.records.size()) {
+    if (town >= _arrays.records.size()) {
         return kDamaged;
     }
-    const auto& record = _arrays.towns.records[town];
+    const auto& record = _arrays.records[town];
     const auto locality = nameOf(record);
-    const auto subLocality = quarter ? nameOf(_arrays.quarters.records[*quarter]) : std::string_view();
+    const auto subLocality = quarter ? nameOf(_arrays.records[*quarter]) : std::string_view();
     Answer answer = answerForCountry(record.country);
     if (!locality || !subLocality || answer.error) {
         return kDamaged;

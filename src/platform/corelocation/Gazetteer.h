@@ -37,20 +37,16 @@ private:
         CLLocationCoordinate2D coordinate;
         gazetteer::Point point;
     };
-    struct Place {
-        bool isQuarter = false;
-        PlaceTree::Found found;
-    };
-
-    Gazetteer(Data file, const GazetteerArrays& arrays, PlaceTree towns, PlaceTree quarters, CountryMap map);
+    Gazetteer(Data file, const GazetteerArrays& arrays, PlaceTree places, PlaceTree quarters, CountryMap map);
 
     Answer answerAtValid(const CLLocationCoordinate2D& coordinate) const;
-    Answer answerAtSea(const Spot& spot) const;
-    Answer answerOnLand(const Spot& spot, std::uint8_t country) const;
+    /// @param place  The best one of any country, within reach.
+    Answer answerAtSea(const Spot& spot, const std::optional<PlaceTree::Found>& place) const;
+    Answer answerOnLand(
+        const Spot& spot, const std::optional<PlaceTree::Found>& place, std::uint8_t country) const;
     /// @param country  The only one that counts; any if absent.
-    std::optional<Place> bestPlace(const Spot& spot, std::optional<std::uint8_t> country) const;
-    const gazetteer::Record& recordOf(const Place& place) const;
-    Answer answerForPlace(const Spot& spot, const Place& place) const;
+    std::optional<PlaceTree::Found> bestPlace(const Spot& spot, std::optional<std::uint8_t> country) const;
+    Answer answerForPlace(const Spot& spot, const PlaceTree::Found& place) const;
     Answer answerForTown(std::uint32_t town, std::optional<std::uint32_t> quarter) const;
     Answer answerForCountry(std::uint8_t country) const;
     /// Nothing where the file is damaged.
@@ -58,7 +54,7 @@ private:
 
     Data _file;
     GazetteerArrays _arrays; // Within _file.
-    PlaceTree _towns;
+    PlaceTree _places;
     PlaceTree _quarters;
     CountryMap _map;
 };

@@ -7,19 +7,17 @@
 namespace exifcard {
 namespace {
 
-constexpr std::size_t kAlignment = 8;
+using gazetteer::kAlignment;
 
 /// The one list of what lies in a file, for reading and for writing.
 template<typename Visit>
 void visitArrays(gazetteer::Header& header, GazetteerArrays& arrays, Visit visit) {
-    const auto visitLayer = [&visit](gazetteer::TreeSections& sections, GazetteerArrays::Layer& layer) {
-        visit(sections.points, layer.points);
-        visit(sections.nodes, layer.nodes);
-        visit(sections.records, layer.records);
-    };
-    visitLayer(header.towns, arrays.towns);
-    visitLayer(header.quarters, arrays.quarters);
-    visit(header.townsOfQuarters, arrays.townsOfQuarters);
+    visit(header.points, arrays.points);
+    visit(header.nodes, arrays.nodes);
+    visit(header.records, arrays.records);
+    visit(header.quarterPoints, arrays.quarterPoints);
+    visit(header.quarterNodes, arrays.quarterNodes);
+    visit(header.quarters, arrays.quarters);
     visit(header.names, arrays.names);
     visit(header.countryCodes, arrays.countryCodes);
     visit(header.cells, arrays.cells);
@@ -41,9 +39,8 @@ std::optional<std::span<const Element>> elementsAt(
 }
 
 bool doArraysBelongTogether(const GazetteerArrays& arrays) {
-    return arrays.towns.points.size() == arrays.towns.records.size() &&
-           arrays.quarters.points.size() == arrays.quarters.records.size() &&
-           arrays.quarters.points.size() == arrays.townsOfQuarters.size() &&
+    return arrays.points.size() == arrays.records.size() &&
+           arrays.quarterPoints.size() == arrays.quarters.size() &&
            arrays.vertices.size() == arrays.countriesOfVertices.size();
 }
 

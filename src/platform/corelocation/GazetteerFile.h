@@ -11,15 +11,12 @@ namespace exifcard {
 
 /// The arrays of a gazetteer, wherever they lie; see `GazetteerFormat.h`.
 struct GazetteerArrays {
-    struct Layer {
-        std::span<const gazetteer::Point> points;
-        std::span<const gazetteer::Node> nodes;
-        std::span<const gazetteer::Record> records; ///< As many as points.
-    };
-
-    Layer towns;
-    Layer quarters;
-    std::span<const std::uint32_t> townsOfQuarters; ///< As many as quarters.
+    std::span<const gazetteer::Point> points;
+    std::span<const gazetteer::Node> nodes;
+    std::span<const gazetteer::Record> records; ///< As many as points.
+    std::span<const gazetteer::Point> quarterPoints;
+    std::span<const gazetteer::Node> quarterNodes;
+    std::span<const std::uint32_t> quarters; ///< As many as quarter points.
     std::span<const char> names;
     std::span<const gazetteer::CountryCode> countryCodes;
     std::span<const gazetteer::Cell> cells;

@@ -1,16 +1,20 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 /// How `gazetteer.bin` lies on disk: a header, then plain arrays in the byte
-/// order of the machine, each at a multiple of 8. It is made with the program
+/// order of the machine, each at a multiple of `kAlignment`. It is made with the program
 /// and read in place.
 namespace exifcard::gazetteer {
 
 constexpr std::array<char, 8> kMagic = {'e', 'x', 'i', 'f', 'g', 'a', 'z', '\n'};
 /// Also tells a file from a machine with another byte order.
-constexpr std::uint32_t kVersion = 1;
+constexpr std::uint32_t kVersion = 2;
+
+/// A line of the processor's cache, so that no element lies in two.
+constexpr std::size_t kAlignment = 64;
 
 /// Where an array lies.
 struct Section {
@@ -18,20 +22,16 @@ struct Section {
     std::uint32_t count = 0;  ///< Elements.
 };
 
-/// A search tree over places: see `PlaceTree`.
-struct TreeSections {
-    Section points;  ///< `Point`
-    Section nodes;   ///< `Node`
-    Section records; ///< `Record`, in the order of the points
-};
-
 struct Header {
     std::array<char, 8> magic = kMagic;
     std::uint32_t version = kVersion;
     std::uint32_t fileSize = 0;
-    TreeSections towns;          ///< What is a place of its own.
-    TreeSections quarters;       ///< What is a section of a town.
-    Section townsOfQuarters;     ///< `std::uint32_t`, the town's place in `towns`
+    Section points;              ///< `Point`, of all places in the order of their `PlaceTree`
+    Section nodes;               ///< `Node`, of that tree
+    Section records;             ///< `Record`, in the order of the points
+    Section quarterPoints;       ///< `Point`, once more of the quarters alone in the order of their tree
+    Section quarterNodes;        ///< `Node`, of that tree
+    Section quarters;            ///< `std::uint32_t`, where each of them stands among all places
     Section names;               ///< `char`, UTF-8
     Section countryCodes;        ///< `CountryCode`; the first stands for no country
     Section cells;               ///< `Cell`, rows from the south pole, columns from 180° west
@@ -48,12 +48,13 @@ struct Point {
     float radius = 0; ///< Of the place's extent. Kilometres.
 };
 
-/// The box around all points of a branch.
+/// A branch of a `PlaceTree`, halved across an axis: the points of its lower half lie up to `lowerEnd`, those
+/// of its upper half from `upperBegin` on.
 struct Node {
-    std::array<float, 3> lower = {};
-    std::array<float, 3> upper = {};
-    float greatestRadius = 0;
-    float unused = 0;
+    float greatestRadius = 0; ///< Of all points.
+    float lowerEnd = 0;
+    float upperBegin = 0;
+    std::uint32_t axis = 0; ///< 0 for x, 1 for y, 2 for z.
 };
 
 using CountryCode = std::array<char, 2>;
@@ -66,7 +67,9 @@ struct Record {
     /// Where the map of countries puts its centre: another country where the map is coarse or sees a
     /// dispute otherwise, none where it has sea.
     std::uint8_t countryOnMap = kNoCountry;
-    std::uint8_t unused = 0;
+    std::uint8_t hasQuarters = 0; ///< 1 when places of this file are its quarters.
+    /// Where the town stands that this is a quarter of; where it stands itself when it is none.
+    std::uint32_t town = 0;
 };
 
 /// One rectangle of the grid over the countries.

@@ -92,8 +92,8 @@ TEST(GazetteerTest, TheTreeFindsWhatLookingThroughAllPlacesFinds) {
     const auto bytes = bundledBytes();
     const auto arrays = arraysOfGazetteerFile(bytes);
     ASSERT_TRUE(arrays);
-    const auto& points = arrays->towns.points;
-    const auto tree = PlaceTree::make(points, arrays->towns.nodes);
+    const auto& points = arrays->points;
+    const auto tree = PlaceTree::make(points, arrays->nodes);
     ASSERT_TRUE(tree);
     constexpr float kReach = 50;
     std::mt19937 random(3);

@@ -64,71 +64,87 @@ private:
     std::string _names;
 };
 
-/// Some of the settlements in the order of their tree.
-struct Layer {
-    std::vector<std::size_t> settlements; ///< Their numbers.
-    BuiltPlaceTree tree;
-    std::vector<gazetteer::Record> records;
+using Numbers = std::vector<std::uint32_t>;
 
-    GazetteerArrays::Layer arrays() const { return {tree.points, tree.nodes, records}; }
-};
-
-Layer layerOf(const std::vector<Settlement>& settlements, bool areQuarters) {
-    std::vector<std::size_t> numbers;
+std::vector<gazetteer::Point> pointsOf(const std::vector<Settlement>& settlements) {
     std::vector<gazetteer::Point> points;
-    for (std::size_t number = 0; number < settlements.size(); ++number) {
-        const auto& settlement = settlements[number];
-        if (settlement.town.has_value() == areQuarters) {
-            numbers.push_back(number);
-            points.push_back(pointAtCoordinate(settlement.row.coordinate));
-            points.back().radius = static_cast<float>(settlement.radius);
-        }
+    for (const auto& settlement : settlements) {
+        points.push_back(pointAtCoordinate(settlement.row.coordinate));
+        points.back().radius = static_cast<float>(settlement.radius);
     }
-    Layer layer;
-    layer.tree = buildPlaceTree(points);
-    for (const std::size_t position : layer.tree.order) {
-        layer.settlements.push_back(numbers[position]);
-    }
-    return layer;
+    return points;
 }
 
-/// Where the town of each quarter stands among the towns.
-std::vector<std::uint32_t> townsOfQuarters(
-    const std::vector<Settlement>& settlements, const Layer& towns, const Layer& quarters) {
-    std::vector<std::uint32_t> positions(settlements.size());
-    for (std::size_t position = 0; position < towns.settlements.size(); ++position) {
-        positions[towns.settlements[position]] = static_cast<std::uint32_t>(position);
+/// Where each settlement stands in the order of the tree.
+Numbers positionsIn(const BuiltPlaceTree& tree) {
+    Numbers positions(tree.order.size());
+    for (std::size_t position = 0; position < tree.order.size(); ++position) {
+        positions[tree.order[position]] = static_cast<std::uint32_t>(position);
     }
-    std::vector<std::uint32_t> result;
-    for (const std::size_t quarter : quarters.settlements) {
-        result.push_back(positions[settlements[quarter].town.value()]);
+    return positions;
+}
+
+std::vector<gazetteer::Record> recordsOf(const std::vector<Settlement>& settlements,
+    const BuiltPlaceTree& tree,
+    const CountryMap& map,
+    CountryTable& countries,
+    NameTable& names) {
+    const auto positions = positionsIn(tree);
+    std::vector<gazetteer::Record> records;
+    for (const std::size_t number : tree.order) {
+        const auto& settlement = settlements[number];
+        auto record = names.recordFor(settlement.row.name);
+        record.country = countries.numberOf(settlement.row.country);
+        record.countryOnMap = map.countryAt(settlement.row.coordinate).value();
+        record.town = positions[settlement.town.value_or(number)];
+        records.push_back(record);
+    }
+    for (std::size_t position = 0; position < records.size(); ++position) {
+        if (const auto town = records[position].town; town != position) {
+            records[town].hasQuarters = 1;
+        }
+    }
+    return records;
+}
+
+Numbers quartersAmong(const std::vector<gazetteer::Record>& records) {
+    Numbers quarters;
+    for (std::uint32_t position = 0; position < records.size(); ++position) {
+        if (records[position].town != position) {
+            quarters.push_back(position);
+        }
+    }
+    return quarters;
+}
+
+template<typename Element, typename Index>
+std::vector<Element> selected(const std::vector<Element>& elements, const std::vector<Index>& which) {
+    std::vector<Element> result;
+    for (const auto index : which) {
+        result.push_back(elements[index]);
     }
     return result;
 }
 
 std::vector<std::uint8_t> makeGazetteer(const std::string& placesPath, const std::string& countriesPath) {
-    const auto settlements = settlementsFromRows(readPlaces(placesPath));
-    auto towns = layerOf(settlements, /*areQuarters=*/false);
-    auto quarters = layerOf(settlements, /*areQuarters=*/true);
     CountryTable countries;
     const auto built = buildCountryMap(readOutlines(countriesPath),
         [&countries](const std::string& code) { return countries.numberOf(code); });
     const auto map =
         CountryMap::make(built.cells, built.edges, built.vertices, built.countriesOfVertices).value();
+    const auto settlements = settlementsFromRows(readPlaces(placesPath));
+    const auto places = buildPlaceTree(pointsOf(settlements));
     NameTable names;
-    for (Layer* const layer : {&towns, &quarters}) {
-        for (const std::size_t number : layer->settlements) {
-            const auto& row = settlements[number].row;
-            auto record = names.recordFor(row.name);
-            record.country = countries.numberOf(row.country);
-            record.countryOnMap = map.countryAt(row.coordinate).value();
-            layer->records.push_back(record);
-        }
-    }
-    const auto townOfEach = townsOfQuarters(settlements, towns, quarters);
-    return gazetteerFileWithArrays({.towns = towns.arrays(),
-        .quarters = quarters.arrays(),
-        .townsOfQuarters = townOfEach,
+    const auto records = recordsOf(settlements, places, map, countries, names);
+    const auto quarters = quartersAmong(records);
+    const auto quarterTree = buildPlaceTree(selected(places.points, quarters));
+    const auto quartersInOrder = selected(quarters, quarterTree.order);
+    return gazetteerFileWithArrays({.points = places.points,
+        .nodes = places.nodes,
+        .records = records,
+        .quarterPoints = quarterTree.points,
+        .quarterNodes = quarterTree.nodes,
+        .quarters = quartersInOrder,
         .names = names.names(),
         .countryCodes = countries.codes(),
         .cells = built.cells,

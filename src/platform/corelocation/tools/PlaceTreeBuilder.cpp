@@ -20,8 +20,7 @@ public:
     }
 
     BuiltPlaceTree build() {
-        const std::size_t leafCount = (_tree.nodes.size() + 1) / 2;
-        arrange(0, 0, leafCount);
+        arrange(1, 0, leafCount());
         for (const std::size_t number : _tree.order) {
             _tree.points.push_back(_points[number]);
         }
@@ -31,46 +30,51 @@ public:
 private:
     static std::array<float, 3> axesOf(const gazetteer::Point& point) { return {point.x, point.y, point.z}; }
 
-    std::size_t beginOfLeaf(std::size_t leaf) const {
-        return _points.size() * leaf / ((_tree.nodes.size() + 1) / 2);
-    }
+    std::size_t leafCount() const { return _tree.nodes.size() / 2; }
 
-    /// Fills the node over some leaves, halves its places across its longest side, and goes on below.
-    void arrange(std::size_t node, std::size_t firstLeaf, std::size_t leafCount) {
-        const auto begin = _tree.order.begin() + static_cast<std::ptrdiff_t>(beginOfLeaf(firstLeaf));
-        const auto end =
-            _tree.order.begin() + static_cast<std::ptrdiff_t>(beginOfLeaf(firstLeaf + leafCount));
-        const auto& box = _tree.nodes[node] = boxAround({begin, end});
-        if (leafCount == 1) {
+    std::size_t beginOfLeaf(std::size_t leaf) const { return _points.size() * leaf / leafCount(); }
+
+    /// Halves the places of some leaves across their longest side, fills the node over them, and goes on
+    /// below.
+    void arrange(std::size_t node, std::size_t firstLeaf, std::size_t leaves) {
+        const auto places =
+            std::span(_tree.order)
+                .subspan(beginOfLeaf(firstLeaf), beginOfLeaf(firstLeaf + leaves) - beginOfLeaf(firstLeaf));
+        _tree.nodes[node].greatestRadius = greatest(places, [](const auto& point) { return point.radius; });
+        if (leaves == 1) {
             return;
         }
-        const std::size_t middleLeaf = firstLeaf + leafCount / 2;
-        const auto middle = _tree.order.begin() + static_cast<std::ptrdiff_t>(beginOfLeaf(middleLeaf));
-        const auto along = [this, axis = longestSide(box)](
-                               std::size_t number) { return axesOf(_points[number])[axis]; };
-        std::ranges::nth_element(begin, middle, end, {}, along);
-        arrange(2 * node + 1, firstLeaf, leafCount / 2);
-        arrange(2 * node + 2, middleLeaf, leafCount / 2);
+        const std::size_t middleLeaf = firstLeaf + leaves / 2;
+        const auto lower = places.first(beginOfLeaf(middleLeaf) - beginOfLeaf(firstLeaf));
+        const auto upper = places.subspan(lower.size());
+        const std::size_t axis = longestSide(places);
+        const auto along = [axis](const gazetteer::Point& point) { return axesOf(point)[axis]; };
+        std::ranges::nth_element(
+            places, upper.begin(), {}, [&](std::size_t number) { return along(_points[number]); });
+        _tree.nodes[node].axis = static_cast<std::uint32_t>(axis);
+        _tree.nodes[node].lowerEnd = greatest(lower, along);
+        _tree.nodes[node].upperBegin = -greatest(upper, [&](const auto& point) { return -along(point); });
+        arrange(2 * node, firstLeaf, leaves / 2);
+        arrange(2 * node + 1, middleLeaf, leaves / 2);
     }
 
-    gazetteer::Node boxAround(std::span<const std::size_t> numbers) const {
-        gazetteer::Node box;
-        box.lower.fill(std::numeric_limits<float>::infinity());
-        box.upper.fill(-std::numeric_limits<float>::infinity());
-        for (const std::size_t number : numbers) {
-            const auto axes = axesOf(_points[number]);
-            for (std::size_t axis = 0; axis < axes.size(); ++axis) {
-                box.lower[axis] = std::min(box.lower[axis], axes[axis]);
-                box.upper[axis] = std::max(box.upper[axis], axes[axis]);
-            }
-            box.greatestRadius = std::max(box.greatestRadius, _points[number].radius);
+    /// What is greatest at one of the places; below everything when there are none.
+    template<typename Value>
+    float greatest(std::span<const std::size_t> places, Value value) const {
+        float result = -std::numeric_limits<float>::infinity();
+        for (const std::size_t number : places) {
+            result = std::max(result, value(_points[number]));
         }
-        return box;
+        return result;
     }
 
-    static std::size_t longestSide(const gazetteer::Node& box) {
+    std::size_t longestSide(std::span<const std::size_t> places) const {
         std::array<float, 3> sides = {};
-        std::ranges::transform(box.upper, box.lower, sides.begin(), std::minus());
+        for (std::size_t axis = 0; axis < sides.size(); ++axis) {
+            const auto along = [axis](const gazetteer::Point& point) { return axesOf(point)[axis]; };
+            sides[axis] =
+                greatest(places, along) + greatest(places, [&](const auto& point) { return -along(point); });
+        }
         return static_cast<std::size_t>(std::ranges::max_element(sides) - sides.begin());
     }
 
