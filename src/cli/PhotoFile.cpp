@@ -4,6 +4,7 @@
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/Data.h"
 #include "platform/imageio/CGImageSource.h"
+#include "platform/photos/PHAsset.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -33,6 +34,16 @@ constexpr KindOfFile kNoRegularFiles[] = {
     {S_IFBLK, "is a device"},
 };
 
+bool isImage(const CGImageSource& source) {
+    return !CGImageSourceGetType(source).empty();
+}
+
+/// The record of a video; null for what has no picture.
+std::shared_ptr<ExifInformation> readVideo(const URL& url) {
+    auto record = ExifManager::exifInformationFromVideoURL(url);
+    return record->dimensions.width > 0 ? record : nullptr;
+}
+
 /// Why a regular file gave no metadata.
 std::string causeInContent(const std::string& name) {
     const CGImageSourcePtr source = CGImageSourceCreateWithURL(urlOfFile(name));
@@ -42,7 +53,7 @@ std::string causeInContent(const std::string& name) {
     if (CGImageSourceGetData(*source).empty()) {
         return "is empty";
     }
-    return CGImageSourceGetType(*source).empty() ? "is not an image" : "is damaged or cut short";
+    return isImage(*source) ? "is damaged or cut short" : "is not an image or a video";
 }
 
 } // namespace
@@ -54,8 +65,18 @@ URL urlOfFile(const std::string& name) {
 }
 
 std::shared_ptr<ExifInformation> readPhoto(const std::string& name) {
-    auto record = ExifManager::exifinformationFromNSURL(urlOfFile(name));
-    return record->metaDataDictionary ? record : nullptr;
+    const URL url = urlOfFile(name);
+    auto record = ExifManager::exifinformationFromNSURL(url);
+    if (record->metaDataDictionary) {
+        return record;
+    }
+    const CGImageSourcePtr source = CGImageSourceCreateWithURL(url);
+    const bool mayBeVideo = source && !isImage(*source) && !CGImageSourceGetData(*source).empty();
+    return mayBeVideo ? readVideo(url) : nullptr;
+}
+
+bool isVideo(const ExifInformation& record) {
+    return record.mediaType() == static_cast<std::int64_t>(PHAssetMediaType::Video);
 }
 
 std::string causeOfFailure(const std::string& name) {

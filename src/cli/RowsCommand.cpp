@@ -16,6 +16,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -24,7 +25,7 @@ namespace {
 
 struct RowsOptions {
     FileArguments files;
-    std::string list = "card";
+    std::string list; ///< Empty: the one of a card, which differs for a video.
     std::string keys;
     bool wantsAllKeys = false;
 };
@@ -32,7 +33,8 @@ struct RowsOptions {
 /// The rows that were asked for.
 struct ChosenFields {
     std::vector<std::string> keys;
-    bool includesRawKeys = false; ///< Keys that give no row are shown too.
+    std::vector<std::string> videoKeys; ///< The same of videos.
+    bool includesRawKeys = false;       ///< Keys that give no row are shown too.
 };
 
 std::vector<std::string> visibleKeys(std::string_view listName) {
@@ -44,18 +46,28 @@ std::vector<std::string> visibleKeys(std::string_view listName) {
     return keys;
 }
 
+/// The same fields for photos and videos, those that give no row among them.
+ChosenFields namedFields(std::vector<std::string> keys) {
+    return {.keys = keys, .videoKeys = std::move(keys), .includesRawKeys = true};
+}
+
 ChosenFields chosenFields(const RowsOptions& options) {
     if (!options.keys.empty()) {
-        return {.keys = splitAtCommas(options.keys), .includesRawKeys = true};
+        return namedFields(splitAtCommas(options.keys));
     }
     if (!options.wantsAllKeys) {
-        return {.keys = visibleKeys(options.list)};
+        const auto listOr = [&](const char* usual) { return options.list.empty() ? usual : options.list; };
+        return {.keys = visibleKeys(listOr("card")), .videoKeys = visibleKeys(listOr("card-video"))};
     }
-    ChosenFields fields{.keys = {}, .includesRawKeys = true};
+    std::vector<std::string> keys;
     for (const FieldKey& field : fieldKeys()) {
-        fields.keys.emplace_back(field.key);
+        keys.emplace_back(field.key);
     }
-    return fields;
+    return namedFields(std::move(keys));
+}
+
+const std::vector<std::string>& keysFor(const ExifInformation& record, const ChosenFields& fields) {
+    return isVideo(record) ? fields.videoKeys : fields.keys;
 }
 
 void writeRawValue(JsonWriter& json, const std::string& key, const Value& value) {
@@ -71,7 +83,7 @@ std::string rowsJSON(const std::string& name, const ExifInformation& record, con
     json.beginObject().file(name).key("record");
     writeRecord(json, record);
     json.key("rows").beginArray();
-    for (const std::string& key : fields.keys) {
+    for (const std::string& key : keysFor(record, fields)) {
         const FieldAnswer answer = record.performCustomSelector(key);
         if (const auto* const row = std::get_if<ExifValue>(&answer)) {
             writeRow(json, *row);
@@ -85,7 +97,7 @@ std::string rowsJSON(const std::string& name, const ExifInformation& record, con
 
 std::string rowsText(const ExifInformation& record, const ChosenFields& fields, bool usesColor) {
     TextTable table;
-    for (const std::string& key : fields.keys) {
+    for (const std::string& key : keysFor(record, fields)) {
         const FieldAnswer answer = record.performCustomSelector(key);
         if (const auto* const row = std::get_if<ExifValue>(&answer)) {
             table.addRow(
@@ -121,8 +133,8 @@ ExitStatus showRows(const RowsOptions& options, Session& session) {
 CommandAction declareRows(CLI::App& app) {
     auto options = std::make_shared<RowsOptions>();
     declareFiles(app, options->files);
-    auto* const list =
-        app.add_option("--list", options->list, "Show the visible fields of this list; default: card");
+    auto* const list = app.add_option(
+        "--list", options->list, "Show the visible fields of this list; default: card, of videos card-video");
     limitToChoices(*list, fieldListNames());
     auto* const keys = app.add_option("--keys", options->keys, "Show these fields")->type_name("KEY,KEY");
     auto* const allKeys = app.add_flag("--all-keys", options->wantsAllKeys, "Show every field there is");
@@ -135,7 +147,7 @@ CommandAction declareRows(CLI::App& app) {
 
 const Command kRowsCommand = {
     .name = "rows",
-    .summary = "Show the metadata of photos as readable rows",
+    .summary = "Show the metadata of photos and videos as readable rows",
     .examples = R"(The rows of a photo's card:
   exifcard rows photo.jpg
 Two fields of all photos below a folder, for another program:

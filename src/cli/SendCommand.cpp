@@ -7,6 +7,7 @@
 #include "cli/Session.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/imageio/ImageDrawing.h"
 #include "platform/messages/ConversationStore.h"
 #include "sending/Conversations.h"
 #include "sending/PhotoSending.h"
@@ -15,16 +16,29 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace exifcard {
 namespace {
+
+constexpr double kFrameQuality = 0.9; // A bubble shows it small.
 
 struct SendOptions {
     FileArguments files;
     std::string conversation;
     bool sendsNow = false;
 };
+
+/// The bytes from which the message's picture is made: the file's own, or one of a video's frame.
+std::optional<Data> pictureData(const ExifInformation& record, const std::string& name) {
+    if (!isVideo(record)) {
+        return Data::mappedFile(name);
+    }
+    return record.thumbNailImage
+               ? std::optional(UIImageJPEGRepresentation(*record.thumbNailImage, kFrameQuality))
+               : std::nullopt;
+}
 
 /// Puts one photo into the conversation's input field, and sends it where that is wanted.
 /// @return One sentence about what failed, or nothing.
@@ -34,7 +48,7 @@ PhotoSendingResult sendPhoto(
     DispatchSemaphore isInserted(0);
     PhotoSending(conversationNamed(options.conversation))
         .sendPhotoWithEXIF(
-            record, [&name](const auto& resultHandler) { resultHandler(Data::mappedFile(name)); },
+            record, [&](const auto& resultHandler) { resultHandler(pictureData(*record, name)); },
             [&](const PhotoSendingResult& sent) {
                 result = sent;
                 isInserted.signal();

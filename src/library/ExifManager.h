@@ -45,6 +45,9 @@ public:
     static std::shared_ptr<ExifInformation> exifInformationForImageFileAtPath(const std::string& path);
     /// The record of a picture in memory: its size and colours, for no other metadata is left. Decodes it.
     static std::shared_ptr<ExifInformation> exifInformationFromImage(const std::shared_ptr<UIImage>& image);
+    /// The record of a video file, with a frame as thumbnail that is decoded when it is first drawn. What
+    /// cannot be read gives a record of a video of which nothing is known. Blocks; never on the main queue.
+    static std::shared_ptr<ExifInformation> exifInformationFromVideoURL(const URL& url);
 
 private:
     ExifManager() = default;

@@ -54,7 +54,7 @@ class FilesTest(ProgramTest):
             "/dev/null": "is a device",
             str(self.home / "loop"): "Too many levels of symbolic links",
             self.make("empty.jpg"): "is empty",
-            self.make("text.jpg", b"no picture at all"): "is not an image",
+            self.make("text.jpg", b"no picture at all"): "is not an image or a video",
             self.make("header.jpg", b"\xff\xd8\xff\xe0\x00\x10JFIF"): "is damaged or cut short",
         }
         result = self.run_exifcard("properties", *cases, PHOTO)

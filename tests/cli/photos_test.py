@@ -77,6 +77,18 @@ class RowsTest(ProgramTest):
         self.assertEqual((unknown.status, unknown.output), (2, b""))
         self.assertEqual(unknown.error_lines, ["exifcard: there is no field Nonsense; exifcard keys lists them"])
 
+    def test_a_video_has_a_list_of_its_own(self):
+        video = str(DATA / "videos/synthetic-keys.mov")
+        found, photo = self.answer("rows", video, ELEPHANTS)
+        listed = [entry["key"] for entry in self.answer("fields", "show", "--list", "card-video")]
+        self.assertEqual([row["uniqueID"] for row in found["rows"]], listed)
+        self.assertEqual(len(photo["rows"]), 62)
+        self.assertEqual(found["record"]["location"]["latitude"], -22.9519)
+        sent, = self.answer("send", video, "--to", "Ann")
+        self.assertEqual(sent["message"]["image"]["width"], 320)
+        shared = self.run_exifcard("share", video)
+        self.assertIn("iPhone 12 mini", shared.text)
+
     def test_a_screen_decides_what_is_a_screenshot(self):
         picture = str(DATA / "mwg.jpg")
         for screen, is_screenshot in (("8x8@1", True), ("4x4@2", True), ("390x844@3", False)):

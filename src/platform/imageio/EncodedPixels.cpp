@@ -1,9 +1,9 @@
 #include "platform/imageio/EncodedPixels.h"
 
-#include "platform/imageio/BitmapGeometry.h"
 #include "platform/imageio/HeifBoxes.h"
 #include "platform/imageio/PixelModules.h"
 #include "platform/uivalues/Bitmap.h"
+#include "platform/uivalues/BitmapGeometry.h"
 
 #include <cmath>
 #include <limits>

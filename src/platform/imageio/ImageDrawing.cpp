@@ -1,8 +1,8 @@
 #include "platform/imageio/ImageDrawing.h"
 
-#include "platform/imageio/BitmapGeometry.h"
 #include "platform/imageio/PixelModules.h"
 #include "platform/uivalues/Bitmap.h"
+#include "platform/uivalues/BitmapGeometry.h"
 
 #include <algorithm>
 #include <cmath>

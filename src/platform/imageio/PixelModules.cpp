@@ -1,12 +1,8 @@
 #include "platform/imageio/PixelModules.h"
 
-#include "platform/foundation/FilePaths.h"
-#include "platform/foundation/Log.h"
+#include "platform/foundation/LoadableModule.h"
 
 #include <algorithm>
-#include <string>
-
-#include <dlfcn.h>
 
 namespace exifcard {
 namespace {
@@ -16,36 +12,18 @@ constexpr std::string_view kJpegType = "public.jpeg";
 constexpr std::string_view kTypes[] = {kJpegType, "public.png", "public.tiff", "com.compuserve.gif",
     "org.webmproject.webp", "public.heic", "public.heif", "public.avif"};
 
-/// A module once loaded stays until the program ends. Null when it or the name is missing.
-template<typename Entry>
-Entry* loadEntry(const std::string& module, const char* name) {
-    const std::string path = modulePath(module);
-    void* const library = path.empty() ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* const entry = library != nullptr ? dlsym(library, name) : nullptr;
-    if (entry == nullptr) {
-        errorLog("The module " + module + " is missing: its pictures stay empty.");
-    }
-    return reinterpret_cast<Entry*>(entry);
-}
-
-template<typename Entry>
-auto callEntry(const std::string& module, const char* name) {
-    auto* const entry = loadEntry<Entry>(module, name);
-    return entry != nullptr ? entry() : nullptr;
-}
-
 const PixelCoder* jpegCoder() {
-    static const auto* const coder = callEntry<PixelCoderEntry>("pixels", kPixelCoderEntry);
+    static const auto* const coder = moduleService<PixelCoderEntry>("pixels", kPixelCoderEntry);
     return coder;
 }
 
 const BitmapScaler* scaler() {
-    static const auto* const scaler = callEntry<BitmapScalerEntry>("pixels", kBitmapScalerEntry);
+    static const auto* const scaler = moduleService<BitmapScalerEntry>("pixels", kBitmapScalerEntry);
     return scaler;
 }
 
 const PixelCoder* generalCoder() {
-    static const auto* const coder = callEntry<PixelCoderEntry>("pixels-vips", kPixelCoderEntry);
+    static const auto* const coder = moduleService<PixelCoderEntry>("pixels-vips", kPixelCoderEntry);
     return coder;
 }
 

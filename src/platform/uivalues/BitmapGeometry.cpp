@@ -1,4 +1,4 @@
-#include "platform/imageio/BitmapGeometry.h"
+#include "platform/uivalues/BitmapGeometry.h"
 
 #include <algorithm>
 #include <cstddef>

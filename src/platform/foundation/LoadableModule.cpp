@@ -1,0 +1,20 @@
+#include "platform/foundation/LoadableModule.h"
+
+#include "platform/foundation/FilePaths.h"
+#include "platform/foundation/Log.h"
+
+#include <dlfcn.h>
+
+namespace exifcard {
+
+void* moduleEntry(const std::string& module, const char* name) {
+    const std::string path = modulePath(module);
+    void* const library = path.empty() ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const entry = library != nullptr ? dlsym(library, name) : nullptr;
+    if (entry == nullptr) {
+        errorLog("The module " + module + " is missing: its pictures stay empty.");
+    }
+    return entry;
+}
+
+} // namespace exifcard
