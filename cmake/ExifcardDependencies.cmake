@@ -14,6 +14,7 @@ pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(TURBOJPEG REQUIRED IMPORTED_TARGET libturbojpeg)
 pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET vips)
+pkg_check_modules(XXHASH REQUIRED IMPORTED_TARGET libxxhash)
 pkg_check_modules(ZIMG REQUIRED IMPORTED_TARGET zimg)
 
 # exifcard_either(<name> SHARED <library…> STATIC <archive…>)

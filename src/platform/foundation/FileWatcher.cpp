@@ -29,7 +29,7 @@ struct FileWatcher::State {
 namespace {
 
 constexpr std::uint32_t kChanges =
-    IN_CREATE | IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_ONLYDIR;
+    IN_CREATE | IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_ONLYDIR;
 
 /// Reads all that waits and answers whether any of it is about the file.
 bool takeEvents(int events, std::string_view fileName) {

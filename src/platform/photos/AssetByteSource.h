@@ -12,7 +12,7 @@ namespace exifcard {
 /// A file of the library as the catalogue knows it.
 struct AssetFile {
     std::int64_t number = 0; ///< In the catalogue.
-    std::string root; ///< The library root that it lies in, "/home/a/Pictures"; bytes, no "/" at its end.
+    std::string root; ///< The library root that it lies in, "/photos"; bytes, no "/" at its end.
     std::string path; ///< Below the root: "2024/a.jpg"; bytes, checked to stay below it.
     std::int64_t sizeInBytes = 0;
 };

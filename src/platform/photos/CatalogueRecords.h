@@ -16,7 +16,7 @@ namespace exifcard {
 /// A place that the library was told to take: a folder of this computer or one elsewhere.
 struct LibraryRoot {
     std::int64_t number = 0;
-    std::string path;            ///< "/home/a/Pictures" or "remote:pictures"; bytes, no "/" at its end.
+    std::string path;            ///< "/photos" or "remote:pictures"; bytes, no "/" at its end.
     std::string kind = "folder"; ///< Which `AssetByteSource` brings its bytes.
     std::uint64_t sourceType = kPHAssetSourceTypeUserLibrary; ///< Of all its assets.
     bool operator==(const LibraryRoot&) const = default;
@@ -67,7 +67,7 @@ struct CatalogueAsset {
     std::optional<std::string> title = std::nullopt;
     std::optional<std::int64_t> rating = std::nullopt; ///< −1 … 5
     std::uint64_t traits = 0;
-    std::vector<CatalogueFile> files; ///< All of them. The first one's folder and name are the asset's.
+    std::vector<CatalogueFile> files = {}; ///< All of them. The first one's folder and name are the asset's.
 };
 
 } // namespace exifcard

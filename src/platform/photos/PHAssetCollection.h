@@ -73,7 +73,7 @@ struct PHAssetCollection {
         PHAssetCollectionType type, PHAssetCollectionSubtype subtype, const PHFetchOptions& options = {});
     static PHAssetCollectionFetchResultPtr fetchAssetCollectionsWithLocalIdentifiers(
         std::span<const std::string> identifiers, const PHFetchOptions& options = {});
-    /// The user's albums that hold the asset; empty for any type but `Album`.
+    /// The albums that hold the asset, its folder's too; empty for any type but `Album`.
     static PHAssetCollectionFetchResultPtr fetchAssetCollectionsContainingAsset(
         const PHAsset& asset, PHAssetCollectionType type, const PHFetchOptions& options = {});
 };

@@ -30,7 +30,9 @@ struct PHAssetResource {
     std::string originalFilename;      ///< "IMG_0001.HEIC"; bytes that are no UTF-8 come as U+FFFD.
     std::string uniformTypeIdentifier; ///< "public.heic"
     std::string assetLocalIdentifier;
-    std::int64_t fileNumber = 0; ///< Its file in the catalogue.
+    std::int64_t fileNumber = 0;     ///< Its file in the catalogue.
+    std::int64_t embeddedOffset = 0; ///< Of a video within a motion photo's file, in bytes,
+    std::int64_t embeddedLength = 0; ///< and its length; 0: the whole file.
 
     /// In ascending order of type: the original first. Empty for an asset that the library does not hold.
     static std::vector<PHAssetResource> assetResourcesForAsset(const PHAsset& asset);

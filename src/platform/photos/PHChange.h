@@ -28,13 +28,13 @@ struct PHFetchResultChangeDetails {
     ResultPtr
         fetchResultAfterChanges; ///< Kept for the next comparison, or later reports refer to the stale one.
     bool hasIncrementalChanges = false; ///< False: too much has changed, reload; the lists below are empty.
-    std::vector<std::size_t> removedIndexes;  ///< Ascending positions in the result before.
-    std::vector<std::size_t> insertedIndexes; ///< Ascending positions after the removals.
-    std::vector<std::size_t> changedIndexes;  ///< Ascending positions in the result after.
-    Objects removedObjects;
-    Objects insertedObjects;
-    Objects changedObjects;
-    std::vector<Move> moves;
+    std::vector<std::size_t> removedIndexes = {};  ///< Ascending positions in the result before.
+    std::vector<std::size_t> insertedIndexes = {}; ///< Ascending positions after the removals.
+    std::vector<std::size_t> changedIndexes = {};  ///< Ascending positions in the result after.
+    Objects removedObjects = {};
+    Objects insertedObjects = {};
+    Objects changedObjects = {};
+    std::vector<Move> moves = {};
 };
 using PHAssetChangeDetails = PHFetchResultChangeDetails<PHAsset>;
 using PHAssetCollectionChangeDetails = PHFetchResultChangeDetails<PHAssetCollection>;

@@ -1,9 +1,13 @@
 #include "platform/sqlite/SQLiteDatabase.h"
 
+#include "platform/foundation/URL.h"
+
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <filesystem>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -33,10 +37,14 @@ constexpr CodeText kCauses[] = {
     {SQLITE_TOOBIG, "cannot take a text that long"},
 };
 
+/// Without what only refines the cause.
+int primaryCode(int code) {
+    return code & 0xff;
+}
+
 std::string_view causeOfCode(int code) {
-    constexpr int kPrimaryCode = 0xff; // What is above it only refines the cause.
     for (const CodeText& cause : kCauses) {
-        if (cause.code == (code & kPrimaryCode)) {
+        if (cause.code == primaryCode(code)) {
             return cause.text;
         }
     }
@@ -51,15 +59,71 @@ void makePrivateFile(const std::string& path) {
     }
 }
 
+/// A file with write-ahead logging cannot be opened where nothing can be written beside it, unless it is said
+/// that nobody changes it.
+bool isOutOfReachForWriters(const std::string& path) {
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    return ::access(path.c_str(), R_OK) == 0 && ::access(folder.empty() ? "." : folder.c_str(), W_OK) != 0 &&
+           ::access((path + "-wal").c_str(), F_OK) != 0;
+}
+
 int bind(sqlite3_stmt* statement, int position, const Value& value) {
     if (const std::string* const text = value.text()) {
         return sqlite3_bind_text64(
             statement, position, text->data(), text->size(), SQLITE_TRANSIENT, SQLITE_UTF8);
     }
-    if (value.isNothing()) {
+    switch (value.kind()) {
+    case Value::Kind::Nothing:
         return sqlite3_bind_null(statement, position);
+    case Value::Kind::Float:
+    case Value::Kind::Double:
+        return sqlite3_bind_double(statement, position, value.doubleValue());
+    case Value::Kind::Date:
+        return sqlite3_bind_double(statement, position, value.date()->secondsSince1970);
+    case Value::Kind::Data: {
+        const Data bytes = *value.data();
+        // Without bytes it is still a blob, not a null.
+        return sqlite3_bind_blob64(statement, position,
+            bytes.empty() ? "" : static_cast<const void*>(bytes.data()), bytes.size(), SQLITE_TRANSIENT);
     }
-    return sqlite3_bind_int64(statement, position, value.integerValue());
+    default:
+        return sqlite3_bind_int64(statement, position, value.integerValue());
+    }
+}
+
+int bindAll(sqlite3_stmt* statement, std::span<const Value> arguments) {
+    int position = 0;
+    for (const Value& argument : arguments) {
+        if (const int code = bind(statement, ++position, argument); code != SQLITE_OK) {
+            return code;
+        }
+    }
+    return SQLITE_OK;
+}
+
+/// What a function of a query is given; a blob comes as nothing.
+Value valueOf(sqlite3_value* argument) {
+    switch (sqlite3_value_type(argument)) {
+    case SQLITE_INTEGER:
+        return static_cast<std::int64_t>(sqlite3_value_int64(argument));
+    case SQLITE_FLOAT:
+        return sqlite3_value_double(argument);
+    case SQLITE_TEXT: {
+        const auto* const text = sqlite3_value_text(argument);
+        return std::string(text, text + sqlite3_value_bytes(argument));
+    }
+    default:
+        return {};
+    }
+}
+
+void callFunction(sqlite3_context* context, int count, sqlite3_value** arguments) {
+    const auto& function = *static_cast<SQLiteDatabase::Function*>(sqlite3_user_data(context));
+    std::vector<Value> values;
+    for (sqlite3_value* const argument : std::span(arguments, static_cast<std::size_t>(count))) {
+        values.push_back(valueOf(argument));
+    }
+    sqlite3_result_int(context, function(values) ? 1 : 0);
 }
 
 } // namespace
@@ -68,7 +132,13 @@ class SQLiteDatabase::Connection {
 public:
     /// Null only when there is no memory; otherwise to be asked for its error.
     explicit Connection(const std::string& path) {
-        sqlite3_open_v2(path.c_str(), &_database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        if (isOutOfReachForWriters(path)) {
+            const std::string address = URL::fileURLWithPath(path).absoluteString() + "?immutable=1";
+            sqlite3_open_v2(address.c_str(), &_database,
+                SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
+        } else {
+            sqlite3_open_v2(path.c_str(), &_database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+        }
     }
     ~Connection() { sqlite3_close_v2(_database); }
     Connection(const Connection&) = delete;
@@ -103,6 +173,12 @@ public:
         }
         return code == SQLITE_ROW;
     }
+    void restart(std::span<const Value> arguments) {
+        sqlite3_reset(_statement);
+        if (const int code = bindAll(_statement, arguments); code != SQLITE_OK) {
+            _database.failWithCode(code);
+        }
+    }
     sqlite3_stmt* get() const { return _statement; }
 
 private:
@@ -120,8 +196,18 @@ bool SQLiteStatement::step() {
     return _handle && _handle->step();
 }
 
+void SQLiteStatement::restart(std::span<const Value> arguments) {
+    if (_handle) {
+        _handle->restart(arguments);
+    }
+}
+
 std::int64_t SQLiteStatement::integer(int column) const {
     return sqlite3_column_int64(_handle->get(), column);
+}
+
+double SQLiteStatement::real(int column) const {
+    return sqlite3_column_double(_handle->get(), column);
 }
 
 std::optional<std::string> SQLiteStatement::text(int column) const {
@@ -200,12 +286,18 @@ void SQLiteDatabase::commit() {
     execute("COMMIT");
 }
 
+void SQLiteDatabase::rollBack() {
+    if (sqlite3_get_autocommit(_connection->get()) == 0) {
+        sqlite3_exec(_connection->get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
 void SQLiteDatabase::execute(std::string_view sql, std::initializer_list<Value> arguments) {
     auto statement = query(sql, arguments);
     while (statement.step()) {}
 }
 
-SQLiteStatement SQLiteDatabase::query(std::string_view sql, std::initializer_list<Value> arguments) {
+SQLiteStatement SQLiteDatabase::query(std::string_view sql, std::span<const Value> arguments) {
     if (hasFailed()) {
         return SQLiteStatement(nullptr);
     }
@@ -213,15 +305,25 @@ SQLiteStatement SQLiteDatabase::query(std::string_view sql, std::initializer_lis
     int code =
         sqlite3_prepare_v2(_connection->get(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
     auto handle = std::make_unique<SQLiteStatement::Handle>(*this, statement);
-    int position = 0;
-    for (const Value& argument : arguments) {
-        code = code == SQLITE_OK ? bind(statement, ++position, argument) : code;
-    }
+    code = code == SQLITE_OK ? bindAll(statement, arguments) : code;
     if (code != SQLITE_OK) {
         failWithCode(code);
         return SQLiteStatement(nullptr);
     }
     return SQLiteStatement(std::move(handle));
+}
+
+void SQLiteDatabase::setFunction(const std::string& name, Function function) {
+    auto owned = std::make_unique<Function>(std::move(function));
+    constexpr int kAnyCount = -1;
+    const int code = sqlite3_create_function_v2(_connection->get(), name.c_str(), kAnyCount,
+        SQLITE_UTF8 | SQLITE_DIRECTONLY | SQLITE_DETERMINISTIC, owned.get(), callFunction, nullptr, nullptr,
+        [](void* dropped) { delete static_cast<Function*>(dropped); });
+    // It is the database's from here on, also where that refuses it.
+    static_cast<void>(owned.release());
+    if (code != SQLITE_OK) {
+        failWithCode(code);
+    }
 }
 
 std::int64_t SQLiteDatabase::lastInsertedRow() const {
@@ -235,6 +337,7 @@ void SQLiteDatabase::fail(std::string error) {
 }
 
 void SQLiteDatabase::failWithCode(int code) {
+    _isDamaged = _isDamaged || primaryCode(code) == SQLITE_CORRUPT || primaryCode(code) == SQLITE_NOTADB;
     const int systemError = sqlite3_system_errno(_connection->get());
     const std::string detail = code == SQLITE_CANTOPEN && systemError != 0
                                    ? std::generic_category().message(systemError)

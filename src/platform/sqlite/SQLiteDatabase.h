@@ -3,6 +3,7 @@
 #include "platform/foundation/Value.h"
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -14,7 +15,8 @@ namespace exifcard {
 
 class SQLiteDatabase;
 
-/// The rows of one query, one at a time. Lives no longer than its database.
+/// The rows of one query, one at a time. Lives no longer than its database; a
+/// text or a number of a row is the caller's.
 class SQLiteStatement {
 public:
     ~SQLiteStatement();
@@ -26,9 +28,14 @@ public:
     /// Goes to the next row. False behind the last one and when something failed.
     bool step();
 
+    /// Starts again with other arguments, without preparing anything anew.
+    void restart(std::span<const Value> arguments);
+    void restart(std::initializer_list<Value> arguments) { restart(std::span(arguments)); }
+
     /// A column of the row, counted from 0. A number that is no number reads as 0.
     std::int64_t integer(int column) const;
-    /// Nothing for a null.
+    double real(int column) const;
+    /// Nothing for a null. The bytes of a blob come as they are.
     std::optional<std::string> text(int column) const;
     bool isNull(int column) const;
 
@@ -51,7 +58,8 @@ public:
     /// Opens the file, or makes it for its owner only.
     /// @param migrations  What turns version n into n + 1 at index n; a new file is
     ///                    version 0. A file of a later version than there are is left
-    ///                    alone, and so is one that is no database.
+    ///                    alone, and so is one that is no database. In a folder that
+    ///                    nobody can write to, the file is only read.
     SQLiteDatabase(std::string path, std::span<const char* const> migrations);
     ~SQLiteDatabase();
     SQLiteDatabase(const SQLiteDatabase&) = delete;
@@ -61,12 +69,26 @@ public:
     /// transaction. Without a `commit` it is rolled back with the database.
     void beginImmediate();
     void commit();
+    /// Undoes the transaction and, in this alone, works after a failure too, which stays.
+    void rollBack();
 
+    // Arguments: numbers and texts as they are, a date as its seconds since 1970, data as a blob.
     void execute(std::string_view sql, std::initializer_list<Value> arguments = {});
-    SQLiteStatement query(std::string_view sql, std::initializer_list<Value> arguments = {});
+    SQLiteStatement query(std::string_view sql, std::initializer_list<Value> arguments = {}) {
+        return query(sql, std::span(arguments));
+    }
+    SQLiteStatement query(std::string_view sql, std::span<const Value> arguments);
     std::int64_t lastInsertedRow() const;
 
+    /// Answers null, numbers or texts as it is given them.
+    using Function = std::function<bool(std::span<const Value> arguments)>;
+    /// Makes a function for the texts of later queries; not for what the file itself holds. In place of an
+    /// earlier one of that name, whose queries must be gone.
+    void setFunction(const std::string& name, Function function);
+
     bool hasFailed() const { return _error.has_value(); }
+    /// Whether it failed because the file is damaged or no database.
+    bool isDamaged() const { return _isDamaged; }
     /// What went wrong first: one sentence with the file and the cause.
     const std::optional<std::string>& error() const { return _error; }
     /// Makes every later call do nothing, as after a failure of the database's own.
@@ -84,6 +106,7 @@ private:
     std::string _path;
     std::unique_ptr<Connection> _connection;
     std::optional<std::string> _error;
+    bool _isDamaged = false;
 };
 
 } // namespace exifcard

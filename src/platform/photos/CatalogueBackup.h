@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace exifcard {
+
+// The backup is a catalogue that holds only what no file tells: the roots, the user's albums, and the assets
+// that the user said something of, as vanished ones that come back when the import finds their files.
+
+/// Writes the backup of a catalogue, by a temporary name and a rename.
+/// @return False when the old one was left as it was; one log line tells why.
+bool writeCatalogueBackup(const std::string& catalogue, const std::string& backup);
+
+/// Puts the catalogue of that path in place, from the backup where there is a good one, else an empty one
+/// later. A file that is there already is moved aside as "….damaged".
+void restoreCatalogue(const std::string& catalogue, const std::string& backup);
+
+} // namespace exifcard
