@@ -3,36 +3,15 @@
 #include "library/ExifManager.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/Data.h"
+#include "platform/foundation/FileFault.h"
 #include "platform/imageio/CGImageSource.h"
 #include "platform/photos/PHAsset.h"
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace exifcard {
 namespace {
-
-std::string causeOfError(int error) {
-    return error == ENOENT ? "no such file" : std::generic_category().message(error);
-}
-
-struct KindOfFile {
-    mode_t kind;
-    const char* cause;
-};
-
-constexpr KindOfFile kNoRegularFiles[] = {
-    {S_IFDIR, "is a folder"},
-    {S_IFIFO, "is a pipe"},
-    {S_IFSOCK, "is a socket"},
-    {S_IFCHR, "is a device"},
-    {S_IFBLK, "is a device"},
-};
 
 bool isImage(const CGImageSource& source) {
     return !CGImageSourceGetType(source).empty();
@@ -80,19 +59,8 @@ bool isVideo(const ExifInformation& record) {
 }
 
 std::string causeOfFailure(const std::string& name) {
-    struct stat status {};
-    if (::stat(name.c_str(), &status) != 0) {
-        return causeOfError(errno);
-    }
-    for (const KindOfFile& noFile : kNoRegularFiles) {
-        if ((status.st_mode & S_IFMT) == noFile.kind) {
-            return noFile.cause;
-        }
-    }
-    if (::access(name.c_str(), R_OK) != 0) {
-        return causeOfError(errno);
-    }
-    return causeInContent(name);
+    const std::string fault = faultOfFile(name);
+    return fault.empty() ? causeInContent(name) : fault;
 }
 
 } // namespace exifcard

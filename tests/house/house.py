@@ -17,6 +17,7 @@ STOREYS = [
     [UIVALUES, SQLITE],
     ["platform/imageio", "platform/coreimage", "platform/avfoundation", "platform/corelocation", "platform/messages"],
     ["platform/imageio/pixels", "platform/photos"],
+    ["platform/photos/import"],
     ["settings"],
     ["appearance"],
     ["categories"],
@@ -45,7 +46,7 @@ NARROWED = {
     },
 }
 
-QT_ROOMS = {room for storey in STOREYS[10:] for room in storey} - {"cli"}
+QT_ROOMS = {room for storey in STOREYS[11:] for room in storey} - {"cli"}
 CLI_LIBRARIES = ("fmt/", "CLI/", "nlohmann/")
 CLI_ROOM = "cli"
 

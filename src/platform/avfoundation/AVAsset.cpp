@@ -39,6 +39,9 @@ std::shared_ptr<const AVURLAsset> AVURLAsset::assetWithURL(const URL& url) {
     std::ranges::transform(facts->tracks, std::back_inserter(asset->_tracks),
         [](VideoTrack& track) { return trackOf(std::move(track)); });
     asset->_metadata = metadataItems(facts->entries);
+    const auto creationTime =
+        std::ranges::find(facts->entries, "creation_time", &std::pair<std::string, std::string>::first);
+    asset->_headerCreationTime = creationTime != facts->entries.end() ? creationTime->second : "";
     return asset;
 }
 

@@ -45,6 +45,10 @@ public:
     /// The metadata item of that common key; nothing without one.
     std::optional<AVMetadataItem> creationDate() const;
 
+    /// When it was recorded as the container's header tells, in ISO 8601 and UTC; empty where it does not. No
+    /// call of the platform's: there it is a part of the track's own data.
+    const std::string& headerCreationTime() const { return _headerCreationTime; }
+
     /// The bytes of the file, mapped.
     const Data& file() const { return _file; }
 
@@ -56,6 +60,7 @@ private:
     CMTime _duration;
     std::vector<AVAssetTrack> _tracks;
     std::vector<AVMetadataItem> _metadata;
+    std::string _headerCreationTime;
 };
 
 } // namespace exifcard

@@ -26,6 +26,8 @@ public:
 
     bool isOpen() const { return _number >= 0; }
     int number() const { return _number; }
+    /// Gives the file away: whoever calls closes it.
+    int release() { return std::exchange(_number, -1); }
 
 private:
     int _number;

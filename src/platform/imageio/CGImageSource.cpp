@@ -23,6 +23,7 @@ public:
     const std::string& type() const { return _type; }
     std::size_t count() const;
     DictionaryPtr properties(std::size_t index) const;
+    Data xmpPacket(std::size_t index) const;
 
 private:
     DictionaryPtr refused(std::string_view cause) const;
@@ -98,6 +99,11 @@ DictionaryPtr CGImageSource::properties(std::size_t index) const {
     return _data.wasCutShort() ? refused("cut short while it was read") : properties;
 }
 
+Data CGImageSource::xmpPacket(std::size_t index) const {
+    const auto facts = readerFor(_content.container).read(_data, index);
+    return facts ? facts->xmp : Data();
+}
+
 CGImageSourcePtr CGImageSourceCreateWithData(const Data& data) {
     return std::make_shared<const CGImageSource>(data, "data");
 }
@@ -122,6 +128,10 @@ const Data& CGImageSourceGetData(const CGImageSource& source) {
 
 DictionaryPtr CGImageSourceCopyPropertiesAtIndex(const CGImageSource& source, std::size_t index) {
     return source.properties(index);
+}
+
+Data CGImageSourceCopyXmpPacketAtIndex(const CGImageSource& source, std::size_t index) {
+    return source.xmpPacket(index);
 }
 
 } // namespace exifcard

@@ -32,4 +32,8 @@ const Data& CGImageSourceGetData(const CGImageSource& source);
 /// @return Null for what is no image or is broken beyond reading; one log line tells why.
 DictionaryPtr CGImageSourceCopyPropertiesAtIndex(const CGImageSource& source, std::size_t index);
 
+/// The XMP packet of one image as it stands in the file; empty without one. No call of the platform's: what
+/// a packet tells beyond the properties dictionary is for the library alone.
+Data CGImageSourceCopyXmpPacketAtIndex(const CGImageSource& source, std::size_t index);
+
 } // namespace exifcard

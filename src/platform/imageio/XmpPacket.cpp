@@ -35,6 +35,10 @@ constexpr Vocabulary kVocabularies[] = {
     {"http://ns.adobe.com/xap/1.0/", XmpNamespace::Xmp},
     {"http://ns.adobe.com/xap/1.0/rights/", XmpNamespace::XmpRights},
     {"http://iptc.org/std/Iptc4xmpCore/1.0/xmlns/", XmpNamespace::IptcCore},
+    {"http://ns.google.com/photos/1.0/camera/", XmpNamespace::GoogleCamera},
+    {"http://ns.google.com/photos/1.0/container/", XmpNamespace::GoogleContainer},
+    {"http://ns.google.com/photos/1.0/panorama/", XmpNamespace::GooglePanorama},
+    {"http://ns.google.com/photos/1.0/depthmap/", XmpNamespace::GoogleDepthMap},
 };
 
 struct QualifiedName {
@@ -64,8 +68,9 @@ enum class Role { Ignored, Packet, Node, Property, List, Item };
 
 struct Element {
     Role role = Role::Ignored;
-    /// Of a property, or the one that stands before each member of a node.
+    /// Of a property, of its list, or the one that stands before each member of a node.
     XmpProperty property = {};
+    std::size_t itemCount = 0; ///< Of a list, so far.
     std::string text = {};
     bool isDefaultLanguage = false;
 };
@@ -83,7 +88,8 @@ private:
 
     void start(const QualifiedName& name, const XML_Char** attributes);
     void end();
-    Element elementWithin(const Element& parent, const QualifiedName& name) const;
+    Element elementWithin(Element& parent, const QualifiedName& name) const;
+    static Element itemWithin(Element& list, const QualifiedName& name);
     Element propertyWithin(const Element& node, const QualifiedName& name) const;
     void readAttributes(Element& element, const XML_Char** attributes);
     void addMember(const Element& node, const QualifiedName& name, std::string_view value);
@@ -148,7 +154,7 @@ void PacketReader::start(const QualifiedName& name, const XML_Char** attributes)
     _elements.push_back(std::move(element));
 }
 
-Element PacketReader::elementWithin(const Element& parent, const QualifiedName& name) const {
+Element PacketReader::elementWithin(Element& parent, const QualifiedName& name) const {
     switch (parent.role) {
     case Role::Packet:
         return {.role = isRdf(name, "Description") ? Role::Node : Role::Ignored};
@@ -156,15 +162,23 @@ Element PacketReader::elementWithin(const Element& parent, const QualifiedName& 
         return propertyWithin(parent, name);
     case Role::Property:
         if (isRdf(name, "Alt") || isRdf(name, "Bag") || isRdf(name, "Seq")) {
-            return {.role = Role::List};
+            return {.role = Role::List, .property = parent.property};
         }
         return isRdf(name, "Description") ? Element{.role = Role::Node, .property = parent.property}
                                           : Element();
     case Role::List:
-        return {.role = isRdf(name, "li") ? Role::Item : Role::Ignored};
+        return itemWithin(parent, name);
     default:
         return {};
     }
+}
+
+Element PacketReader::itemWithin(Element& list, const QualifiedName& name) {
+    if (!isRdf(name, "li")) {
+        return {};
+    }
+    auto path = list.property.name + "[" + std::to_string(++list.itemCount) + "]";
+    return {.role = Role::Item, .property = {list.property.space, std::move(path), {}}};
 }
 
 /// The property that `name` is within a node: of a known vocabulary, or a member of such a property.
@@ -183,10 +197,11 @@ void PacketReader::readAttributes(Element& element, const XML_Char** attributes)
     for (; *attributes != nullptr; attributes += 2) {
         const auto name = qualifiedName(attributes[0]);
         const std::string_view value = attributes[1];
-        if (element.role == Role::Item) {
-            element.isDefaultLanguage |= name.address == kXml && name.name == "lang" && value == "x-default";
-        } else if (element.role == Role::Property && isRdf(name, "parseType") && value == "Resource") {
+        const bool isValue = element.role == Role::Property || element.role == Role::Item;
+        if (isValue && isRdf(name, "parseType") && value == "Resource") {
             element.role = Role::Node;
+        } else if (element.role == Role::Item) {
+            element.isDefaultLanguage |= name.address == kXml && name.name == "lang" && value == "x-default";
         } else if (element.role == Role::Property && isRdf(name, "resource")) {
             element.text = value;
         } else if (element.role == Role::Node || element.role == Role::Property) {

@@ -18,9 +18,14 @@ enum class XmpNamespace {
     Xmp,
     XmpRights,
     IptcCore,
+    GoogleCamera,
+    GoogleContainer,
+    GooglePanorama,
+    GoogleDepthMap,
 };
 
-/// One property of a packet. Members of a structure are properties of their own, named "Structure/Member".
+/// One property of a packet. Members of a structure are properties of their own, named "Structure/Member",
+/// and "List[1]/Member" where the structure is an item of a list.
 struct XmpProperty {
     XmpNamespace space = XmpNamespace::Exif;
     std::string name;
