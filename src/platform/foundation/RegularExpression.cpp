@@ -12,7 +12,7 @@ namespace {
 /// Compiling takes memory in proportion.
 constexpr std::size_t kLongestPattern = 16384;
 /// In steps of ICU's engine, which are about milliseconds: patterns that backtrack without end are given up.
-constexpr std::int32_t kLongestSearch = 100;
+constexpr std::int32_t kLongestSearch = 20;
 /// In bytes of ICU's own stack, which lies on the heap.
 constexpr std::int32_t kDeepestSearch = 4 << 20;
 /// ICU counts UTF-16 units in 32 bits.
