@@ -18,7 +18,7 @@ constexpr int kMostFilesOfAsset = 64;
 
 constexpr std::string_view kFiles =
     "SELECT files.id, roots.path, folders.path, files.name, files.size, files.type, type_identifier,"
-    " video_offset, video_length, roots.kind FROM files JOIN folders ON folders.id = files.folder"
+    " video_offset, video_length, roots.kind, files.modified, files.orientation FROM files JOIN folders ON folders.id = files.folder"
     " JOIN roots ON roots.id = folders.root WHERE {} AND files.type > 0 ORDER BY files.type, files.id LIMIT {}";
 
 /// Whether a path stays below the folder that it starts from, whoever wrote it.
@@ -39,6 +39,9 @@ std::optional<StoredFile> fileFromRow(const SQLiteStatement& row, const PhotoCat
     stored.uniformTypeIdentifier = row.text(6).value_or("");
     stored.embeddedVideoOffset = std::max<std::int64_t>(0, row.integer(7));
     stored.embeddedVideoLength = std::max<std::int64_t>(0, row.integer(8));
+    stored.modified = row.integer(10);
+    const std::int64_t orientation = row.integer(11);
+    stored.orientation = orientation >= 1 && orientation <= 8 ? static_cast<int>(orientation) : 0;
     stored.source = catalogue.byteSource(row.text(9).value_or(""));
     return staysBelow(stored.file.path) ? std::optional(std::move(stored)) : std::nullopt;
 }

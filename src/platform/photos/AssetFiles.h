@@ -19,6 +19,8 @@ struct StoredFile {
     AssetFile file;
     PHAssetResourceType type = PHAssetResourceType::Photo;
     std::string uniformTypeIdentifier;
+    std::int64_t modified = 0; ///< Nanoseconds since 1970.
+    int orientation = 0;       ///< EXIF, 1 to 8; 0: not known.
     std::int64_t embeddedVideoOffset = 0;
     std::int64_t embeddedVideoLength = 0;    ///< 0: none.
     std::shared_ptr<AssetByteSource> source; ///< Null: nobody.

@@ -38,7 +38,7 @@ constexpr std::string_view kCopies[] = {
     " OR id IN (SELECT asset FROM album_assets)",
     // Without a stamp, so that every file is read again.
     "INSERT INTO files SELECT id, asset, folder, name, type, type_identifier, -1, 0, 0, 0, quick, whole,"
-    " content, video_offset, video_length"
+    " content, video_offset, video_length, orientation"
     " FROM catalogue.files WHERE asset IN (SELECT id FROM assets)",
     "INSERT INTO folders SELECT * FROM catalogue.folders WHERE id IN"
     " (SELECT folder FROM files UNION SELECT folder FROM assets)",

@@ -44,6 +44,7 @@ struct CatalogueFile {
     std::int64_t quickFingerprint = 0; ///< 0: not taken.
     std::int64_t wholeFingerprint = 0; ///< 0: not taken.
     bool isVanished = false;           ///< Its asset is.
+    int orientation = 0;               ///< EXIF, 1 to 8, by which its pixels are turned; 0: not known.
     /// The same in the picture and in the video of a live photo; may be empty.
     std::string contentIdentifier;
     /// Where in a motion photo's file its video lies, in bytes; with a length it is a resource of its own,

@@ -93,6 +93,7 @@ CREATE TABLE files (
     content TEXT NOT NULL, -- What the halves of a live photo share; may be empty.
     video_offset INTEGER NOT NULL, -- Of the video within a motion photo.
     video_length INTEGER NOT NULL,
+    orientation INTEGER NOT NULL, -- EXIF; 0 where it is not known.
     UNIQUE (folder, name)
 );
 CREATE INDEX files_of_asset ON files (asset, type);

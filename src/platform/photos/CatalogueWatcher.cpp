@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -23,6 +25,11 @@ std::int64_t lastChangeOf(PhotoCatalogue& catalogue) {
     const auto database = catalogue.connections().reader();
     return database ? lastChange(*database) : 0;
 }
+
+/// How long after a write someone looks again: the log is written first, and the commit becomes visible when
+/// the disk has it, of which no file tells.
+constexpr std::chrono::milliseconds kFirstWait(5);
+constexpr std::chrono::milliseconds kLongestWait(5000);
 
 template<class Object>
 std::vector<std::shared_ptr<Object>> alive(std::vector<std::weak_ptr<Object>>& objects) {
@@ -49,6 +56,8 @@ struct CatalogueWatcher::State : std::enable_shared_from_this<State> {
     std::int64_t lastTold = 0;                                          // Used on `telling` alone.
     std::atomic<bool> isTellingDue = false; ///< A block that will look is on its way.
     SerialQueue telling;
+    std::condition_variable stopped;
+    bool isStopped = false; // Guarded by mutex.
 
     void finishSnapshots() {
         std::vector<std::shared_ptr<OpenSnapshot>> open;
@@ -69,6 +78,17 @@ struct CatalogueWatcher::State : std::enable_shared_from_this<State> {
                 state->isTellingDue = false;
                 state->tell();
             });
+        }
+    }
+
+    /// Another program writes. Runs on the thread of `files`, where later writes wait meanwhile.
+    void lookForCommits() {
+        for (auto wait = kFirstWait; wait < kLongestWait; wait *= 2) {
+            scheduleTelling();
+            std::unique_lock lock(mutex);
+            if (stopped.wait_for(lock, wait, [this] { return isStopped; })) {
+                return;
+            }
         }
     }
 
@@ -105,8 +125,10 @@ CatalogueWatcher::CatalogueWatcher() : _state(std::make_shared<State>()) {
 }
 
 CatalogueWatcher::~CatalogueWatcher() {
-    std::unique_ptr<FileWatcher> files;
+    std::unique_ptr<FileWatcher> files; // Ends without the lock, for it waits for its thread.
     const std::scoped_lock lock(_state->mutex);
+    _state->isStopped = true;
+    _state->stopped.notify_all();
     files = std::move(_state->files);
 }
 
@@ -127,7 +149,7 @@ void CatalogueWatcher::addObserver(const std::shared_ptr<PhotoCatalogue>& catalo
     // Each commit is written into the log first.
     _state->files = FileWatcher::watch(catalogue->file() + "-wal", [weakState = std::weak_ptr(_state)] {
         if (const auto state = weakState.lock()) {
-            state->scheduleTelling();
+            state->lookForCommits();
         }
     });
     // What happens from here on is told.

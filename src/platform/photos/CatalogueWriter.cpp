@@ -20,7 +20,7 @@ constexpr std::int64_t kMostFilesOfOneContent = 100;
 
 constexpr std::string_view kFileColumns =
     "id, asset, folder, name, type, type_identifier, size, modified, changed, inode, quick, whole,"
-    " content, video_offset, video_length, (SELECT vanished FROM assets WHERE assets.id = files.asset)";
+    " content, video_offset, video_length, orientation, (SELECT vanished FROM assets WHERE assets.id = files.asset)";
 
 Value bytesValue(std::string_view bytes) {
     return Data::fromText(bytes);
@@ -40,7 +40,8 @@ CatalogueFile fileFromRow(const SQLiteStatement& row) {
     file.contentIdentifier = row.text(12).value_or("");
     file.embeddedVideoOffset = row.integer(13);
     file.embeddedVideoLength = row.integer(14);
-    file.isVanished = row.integer(15) != 0 || row.isNull(15);
+    file.orientation = static_cast<int>(row.integer(15));
+    file.isVanished = row.integer(16) != 0 || row.isNull(16);
     return file;
 }
 
@@ -351,12 +352,12 @@ void CatalogueWriter::Implementation::storeFiles(
     run("DELETE FROM files WHERE asset = ?", {number});
     for (const CatalogueFile& file : files) {
         run("INSERT OR REPLACE INTO files (asset, folder, name, type, type_identifier, size, modified, changed,"
-            " inode, quick, whole, content, video_offset, video_length)"
-            " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+            " inode, quick, whole, content, video_offset, video_length, orientation)"
+            " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
             {number, file.folder, bytesValue(file.name), static_cast<std::int64_t>(file.type),
                 file.uniformTypeIdentifier, file.stamp.sizeInBytes, file.stamp.modified, file.stamp.changed,
                 file.stamp.inode, file.quickFingerprint, file.wholeFingerprint, file.contentIdentifier,
-                file.embeddedVideoOffset, file.embeddedVideoLength});
+                file.embeddedVideoOffset, file.embeddedVideoLength, file.orientation});
     }
 }
 

@@ -14,7 +14,7 @@
 
 namespace exifcard {
 
-class AVAsset;
+class AVURLAsset;
 class ImageRequests;
 struct PHAsset;
 
@@ -37,7 +37,7 @@ using PHImageDataResultHandler = std::function<void(const std::optional<Data>& d
     const DictionaryPtr& info)>;
 /// @param video  Null when there is none here.
 using PHVideoResultHandler =
-    std::function<void(const std::shared_ptr<const AVAsset>& video, const DictionaryPtr& info)>;
+    std::function<void(const std::shared_ptr<const AVURLAsset>& video, const DictionaryPtr& info)>;
 
 /// Brings pictures, bytes and videos of assets. Thread-safe; requests run beside each other on queues of its
 /// own.
