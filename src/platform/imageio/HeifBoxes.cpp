@@ -244,28 +244,54 @@ std::optional<ByteSpan> nestedBox(ByteSpan boxes, std::initializer_list<BoxType>
     return boxes;
 }
 
-void readTrackSize(const Box& track, HeifContents& contents) {
+/// What describes the pictures of a CR3's track.
+std::optional<Box> trackPicture(const Box& track) {
     constexpr std::size_t kListHeadSize = 8; // Version, flags and count.
-    constexpr std::size_t kSizeOffset = 24;
     const auto samples =
         nestedBox(track.payload, {boxType("mdia"), boxType("minf"), boxType("stbl"), boxType("stsd")});
-    const auto picture = samples && samples->size() >= kListHeadSize
-                             ? firstBox(samples->subspan(kListHeadSize), boxType("CRAW"))
-                             : std::nullopt;
-    if (picture) {
-        ByteCursor cursor(picture->payload);
-        cursor.skip(kSizeOffset);
-        contents.width = dimension(cursor.number(2));
-        contents.height = dimension(cursor.number(2));
+    return samples && samples->size() >= kListHeadSize
+               ? firstBox(samples->subspan(kListHeadSize), boxType("CRAW"))
+               : std::nullopt;
+}
+
+void readTrackSize(const Box& picture, HeifContents& contents) {
+    constexpr std::size_t kSizeOffset = 24;
+    ByteCursor cursor(picture.payload);
+    cursor.skip(kSizeOffset);
+    contents.width = dimension(cursor.number(2));
+    contents.height = dimension(cursor.number(2));
+}
+
+/// Only a track of the sensor's own values has the box that tells how many bits one has.
+void readTrackDepth(const Box& picture, HeifContents& contents) {
+    constexpr std::size_t kBoxesOffset = 82;
+    constexpr std::size_t kBitsOffset = 24;
+    constexpr int kMostBits = 16;
+    const auto header = picture.payload.size() > kBoxesOffset
+                            ? firstBox(picture.payload.subspan(kBoxesOffset), boxType("CMP1"))
+                            : std::nullopt;
+    if (header && header->payload.size() > kBitsOffset && header->payload[kBitsOffset] <= kMostBits) {
+        contents.bitsPerComponent = header->payload[kBitsOffset];
     }
+}
+
+void readTrack(const Box& track, HeifContents& contents) {
+    const auto picture = trackPicture(track);
+    if (!picture) {
+        return;
+    }
+    if (contents.width == 0) {
+        // The first track is the camera's own full-size JPEG; that of the sensor has a masked border.
+        readTrackSize(*picture, contents);
+    }
+    readTrackDepth(*picture, contents);
 }
 
 bool readMovie(const Box& movie, const Data& file, HeifContents& contents) {
     BoxWalk walk(movie.payload);
     while (const auto box = walk.next()) {
-        if (box->type == boxType("trak") && contents.width == 0) {
-            // The first track is the camera's own full-size JPEG; that of the sensor has a masked border.
-            readTrackSize(*box, contents);
+        if (box->type == boxType("trak")) {
+            readTrack(*box, contents);
         }
         const auto canon = uuidContent(*box, kCanonUuid);
         for (std::size_t index = 0; canon && index < contents.cmtBlocks.size(); ++index) {

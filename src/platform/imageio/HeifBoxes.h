@@ -31,7 +31,7 @@ struct HeifContents {
     /// The EXIF code (1 to 8) of the turns and mirrorings that the file asks
     /// for, 1 also where it asks for a turn by 0 degrees. 0: it says nothing.
     int exifOrientation = 0;
-    int bitsPerComponent = 0; ///< 0: unknown.
+    int bitsPerComponent = 0; ///< Of a CR3 those of the sensor. 0: unknown.
     bool hasAlpha = false;
     Data iccProfile; ///< Empty: none.
     std::optional<HeifColor> color;

@@ -74,6 +74,7 @@ TEST(HeifBoxesTest, ReadsTheBlocksOfACr3AndTheSizeOfTheFullPicture) {
     EXPECT_TRUE(contents->isCr3);
     EXPECT_EQ(contents->width, 6000); // The sensor's track has 6288 × 4056, the preview 1624 × 1080.
     EXPECT_EQ(contents->height, 4000);
+    EXPECT_EQ(contents->bitsPerComponent, 14);
     EXPECT_TRUE(contents->xmp.text().starts_with("<?xpacket"));
     for (const Data& block : contents->cmtBlocks) {
         EXPECT_TRUE(block.text().starts_with("II*"));

@@ -80,6 +80,7 @@ TEST(PropertiesTest, ReadsCamerasPhotos) {
         {"nikon-d5300.heic", "{GPS}", kCGImagePropertyGPSLongitudeRef, "W"},
         {"pentax-k3ii.avif", "{IPTC}", kCGImagePropertyIPTCStarRating, 4},
         {"canon-m50.cr3", "", kCGImagePropertyPixelWidth, 6000},
+        {"canon-m50.cr3", "", kCGImagePropertyDepth, 14},
         {"canon-m50.cr3", "{Exif}", kCGImagePropertyExifLensModel, "EF-M15-45mm f/3.5-6.3 IS STM"},
         {"canon-m50.cr3", "{ExifAux}", kCGImagePropertyExifAuxLensID, 4153},
         {"canon-s40-exif.png", "{GPS}", kCGImagePropertyGPSLatitudeRef, "N"},
