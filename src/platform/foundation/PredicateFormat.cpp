@@ -84,7 +84,7 @@ std::string textOfPart(const Predicate& part, Type whole) {
     const bool bindsMore = compound == nullptr || compound->type == Type::Not ||
                            compound->subpredicates.empty() ||
                            (compound->type == Type::And && whole == Type::Or);
-    return bindsMore ? part.predicateFormat() : "(" + part.predicateFormat() + ")";
+    return bindsMore ? part.predicateFormat() : fmt::format("({})", part.predicateFormat());
 }
 
 std::string textOfNode(const CompoundPredicate& compound) {
