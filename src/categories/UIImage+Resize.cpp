@@ -1,4 +1,5 @@
 #include "categories/UIImage+Resize.h"
+#include "platform/imageio/CGImageThumbnail.h"
 #include "platform/imageio/ImageDrawing.h"
 #include "platform/uivalues/UIScreen.h"
 
@@ -9,7 +10,8 @@
 namespace exifcard {
 namespace {
 
-constexpr double kThumbnailSide = 512;
+constexpr CGImageThumbnailOptions kThumbnailOptions = {
+    .maximumPixelSize = 512, .createFromImageAlways = true, .createWithTransform = true};
 
 struct OrientationAngle {
     UIImageOrientation orientation;
@@ -30,27 +32,6 @@ CGSize scaled(CGSize size, double factor) {
 bool isSmallerBothWays(CGSize image, CGSize limits) {
     return image.width < limits.width && image.height < limits.height;
 }
-
-int wholeSide(double side) {
-    return std::max(1, static_cast<int>(std::lround(side)));
-}
-
-/// A thumbnail that is drawn when it is wanted.
-class ThumbnailPixels : public PixelSource {
-public:
-    ThumbnailPixels(std::shared_ptr<const UIImage> image, CGSize size)
-        : _image(std::move(image))
-        , _size(size) {}
-
-    std::shared_ptr<const Bitmap> decode(std::optional<CGSize> /*smallest*/) const override {
-        const auto thumbnail = drawnImage(*_image, _size, {{}, _size}, 1);
-        return thumbnail ? thumbnail->bitmap() : nullptr;
-    }
-
-private:
-    std::shared_ptr<const UIImage> _image;
-    CGSize _size; // In whole pixels.
-};
 
 } // namespace
 
@@ -102,17 +83,7 @@ std::shared_ptr<UIImage> thumbNailImageFromImageSource(const CGImageSourcePtr& s
 
 std::shared_ptr<UIImage> thumbNailImageFromImageSource(
     const CGImageSourcePtr& source, const DictionaryPtr& properties) {
-    auto image = source ? imageWithSource(*source, properties) : nullptr;
-    if (!image) {
-        return nullptr;
-    }
-    const CGSize own = image->size();
-    const CGSize size = scaled(own, std::min(1.0, kThumbnailSide / std::max(own.width, own.height)));
-    const int width = wholeSide(size.width);
-    const int height = wholeSide(size.height);
-    auto pixels = std::make_shared<ThumbnailPixels>(
-        std::move(image), CGSize{static_cast<double>(width), static_cast<double>(height)});
-    return std::make_shared<UIImage>(std::move(pixels), width, height);
+    return source ? CGImageSourceCreateThumbnail(*source, properties, kThumbnailOptions) : nullptr;
 }
 
 } // namespace exifcard

@@ -7,6 +7,7 @@ std::span<const Command* const> allCommands() {
         &kRowsCommand,
         &kShareCommand,
         &kPropertiesCommand,
+        &kThumbnailCommand,
         &kKeysCommand,
         &kFieldsCommand,
         &kSettingsCommand,

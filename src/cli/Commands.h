@@ -14,5 +14,6 @@ extern const Command kRowsCommand;
 extern const Command kSendCommand;
 extern const Command kSettingsCommand;
 extern const Command kShareCommand;
+extern const Command kThumbnailCommand;
 
 } // namespace exifcard

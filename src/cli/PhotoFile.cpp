@@ -2,6 +2,7 @@
 
 #include "library/ExifManager.h"
 #include "metadata/ExifInformation.h"
+#include "platform/avfoundation/AVAsset.h"
 #include "platform/foundation/Data.h"
 #include "platform/foundation/FileFault.h"
 #include "platform/imageio/CGImageSource.h"
@@ -32,7 +33,8 @@ std::string causeInContent(const std::string& name) {
     if (CGImageSourceGetData(*source).empty()) {
         return "is empty";
     }
-    return isImage(*source) ? "is damaged or cut short" : "is not an image or a video";
+    const bool isKnown = isImage(*source) || AVURLAsset::assetWithURL(urlOfFile(name));
+    return isKnown ? "is damaged or cut short" : "is not an image or a video";
 }
 
 } // namespace

@@ -15,8 +15,8 @@ SQLITE = "platform/sqlite"
 STOREYS = [
     [FOUNDATION],
     [UIVALUES, SQLITE],
-    ["platform/imageio", "platform/coreimage", "platform/avfoundation", "platform/corelocation", "platform/messages"],
-    ["platform/imageio/pixels", "platform/photos"],
+    ["platform/imageio", "platform/avfoundation", "platform/corelocation", "platform/messages"],
+    ["platform/imageio/pixels", "platform/coreimage", "platform/photos"],
     ["platform/photos/import"],
     ["settings"],
     ["appearance"],
@@ -35,6 +35,7 @@ STOREYS = [
 # Rooms that may use fewer than all below them.
 NARROWED = {
     "platform/imageio/pixels": {FOUNDATION, UIVALUES, "platform/imageio"},
+    "platform/coreimage": {FOUNDATION, UIVALUES, "platform/imageio"},
     "platform/photos": {
         FOUNDATION,
         UIVALUES,

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <vector>
@@ -87,13 +88,26 @@ void syncFolder(const fs::path& folder) {
     }
 }
 
-bool replaceFile(
-    const fs::path& path, const Data& bytes, const FileDescriptor& file, const char* temporaryPath) {
+/// Renames unless there is a file of the new name.
+int renameToNew(const char* from, const char* to) {
+    const int result = renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE);
+    const bool isUnsupported =
+        result != 0 && errno == EINVAL; // Some file systems cannot check while renaming.
+    return isUnsupported && access(to, F_OK) != 0 ? rename(from, to) : result;
+}
+
+using Rename = int(const char* from, const char* to);
+
+bool replaceFile(const fs::path& path,
+    const Data& bytes,
+    const FileDescriptor& file,
+    const char* temporaryPath,
+    Rename renaming = std::rename) {
     if (!file.isOpen()) {
         return false;
     }
     const bool isReplaced = writeAll(file.number(), bytes.bytes()) && fsync(file.number()) == 0 &&
-                            rename(temporaryPath, path.c_str()) == 0;
+                            renaming(temporaryPath, path.c_str()) == 0;
     if (!isReplaced) {
         unlink(temporaryPath);
         return false;
@@ -162,6 +176,12 @@ bool writeFileAtomically(const std::string& path, const Data& bytes, const std::
     constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
     const FileDescriptor file(open(temporaryPath.c_str(), kFlags, kOwnersFile));
     return replaceFile(linkedFile(path), bytes, file, temporaryPath.c_str());
+}
+
+bool writeNewFile(const std::string& path, const Data& bytes) {
+    std::string temporaryPath = path + ".XXXXXX";
+    const FileDescriptor file(mkostemp(temporaryPath.data(), O_CLOEXEC));
+    return replaceFile(path, bytes, file, temporaryPath.c_str(), renameToNew);
 }
 
 } // namespace exifcard

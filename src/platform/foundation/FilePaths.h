@@ -35,4 +35,7 @@ bool writeFileAtomically(const std::string& path, const Data& bytes);
 /// @param temporaryPath  In the folder of `path`; overwritten.
 bool writeFileAtomically(const std::string& path, const Data& bytes, const std::string& temporaryPath);
 
+/// Writes a file as above that must not be there yet: what stands at the path is never replaced.
+bool writeNewFile(const std::string& path, const Data& bytes);
+
 } // namespace exifcard

@@ -1,26 +1,16 @@
 #include "platform/imageio/EncodedPixels.h"
 
+#include "platform/imageio/EmbeddedPreviews.h"
 #include "platform/imageio/HeifBoxes.h"
 #include "platform/imageio/PixelModules.h"
 #include "platform/uivalues/Bitmap.h"
 #include "platform/uivalues/BitmapGeometry.h"
 
-#include <cmath>
-#include <limits>
 #include <optional>
 #include <utility>
 
 namespace exifcard {
 namespace {
-
-/// The smallest whole pixels that hold a size; nothing for one that no picture has.
-std::optional<PixelSize> wholePixels(CGSize size) {
-    constexpr double kMost = std::numeric_limits<int>::max();
-    if (!(size.width < kMost && size.height < kMost)) {
-        return std::nullopt;
-    }
-    return PixelSize{static_cast<int>(std::ceil(size.width)), static_cast<int>(std::ceil(size.height))};
-}
 
 class EncodedPixels : public PixelSource {
 public:

@@ -5,22 +5,31 @@
 #include "platform/imageio/EncodedPixels.h"
 #include "platform/imageio/ImageProperties.h"
 #include "platform/imageio/PixelModules.h"
+#include "platform/imageio/RawPixels.h"
 
 #include <limits>
 #include <string>
+#include <string_view>
 
 namespace exifcard {
+namespace {
+
+bool isDrawable(std::string_view type) {
+    return canDecode(type) || isRawType(type);
+}
+
+} // namespace
 
 std::shared_ptr<UIImage> imageWithData(const Data& data) {
     const auto source = CGImageSourceCreateWithData(data);
-    return canDecode(CGImageSourceGetType(*source))
+    return isDrawable(CGImageSourceGetType(*source))
                ? imageWithSource(*source, CGImageSourceCopyPropertiesAtIndex(*source, 0))
                : nullptr;
 }
 
 std::shared_ptr<UIImage> imageWithSource(const CGImageSource& source, const DictionaryPtr& properties) {
     const std::string& type = CGImageSourceGetType(source);
-    if (!properties || !canDecode(type)) {
+    if (!properties || !isDrawable(type)) {
         return nullptr;
     }
     const auto width = properties->objectForKey(kCGImagePropertyPixelWidth).integerValue();
@@ -30,8 +39,10 @@ std::shared_ptr<UIImage> imageWithSource(const CGImageSource& source, const Dict
         return nullptr;
     }
     const auto orientation = properties->objectForKey(kCGImagePropertyOrientation).integerValue();
-    return std::make_shared<UIImage>(encodedPixels(CGImageSourceGetData(source), type),
-        static_cast<int>(width), static_cast<int>(height), imageOrientationFromExif(orientation));
+    const Data& file = CGImageSourceGetData(source);
+    const PixelSize size = {static_cast<int>(width), static_cast<int>(height)};
+    return std::make_shared<UIImage>(isRawType(type) ? rawPixels(file, size) : encodedPixels(file, type),
+        size.width, size.height, imageOrientationFromExif(orientation));
 }
 
 } // namespace exifcard

@@ -10,9 +10,9 @@
 namespace exifcard {
 
 /// A picture of its bytes, in the orientation that they tell, at scale 1. Only
-/// the header is read; the pixels are decoded when they are first drawn.
-/// @return Null for what is no picture or one of a kind that has no decoder here
-///         (camera RAW has one of its own).
+/// the header is read; the pixels are decoded when they are first drawn, those
+/// of a camera's raw file from a preview in it where one is large enough.
+/// @return Null for what is no picture or one of a kind that has no decoder here.
 std::shared_ptr<UIImage> imageWithData(const Data& data);
 
 /// The same of a source whose properties have been read already, so that its header is not read twice.

@@ -116,6 +116,16 @@ TiffDirectory largestPicture(const TiffBlock& block) {
     return largest;
 }
 
+/// A DNG tells which part of the sensor is picture: its top, left, bottom and right.
+void takeActiveArea(ImageFacts& facts, const TiffDirectory& picture) {
+    const auto area = picture.find(kTiffActiveArea);
+    const auto edge = [&area](std::size_t index) { return integerAt(*area, index).value_or(0); };
+    if (area && edge(2) > edge(0) && edge(3) > edge(1) && edge(3) <= facts.width && edge(2) <= facts.height) {
+        facts.width = edge(3) - edge(1);
+        facts.height = edge(2) - edge(0);
+    }
+}
+
 /// Canon's raw pictures state no size; the Exif directory tells it.
 void takeLargerExifSize(ImageFacts& facts, const TiffBlock& block) {
     const auto offset = block.firstDirectory().numberFor(kTiffExif);
@@ -181,6 +191,7 @@ std::optional<ImageFacts> readTiffRaw(const Data& file, std::size_t index) {
     ImageFacts facts;
     const auto picture = largestPicture(*block);
     takePixels(facts, picture);
+    takeActiveArea(facts, picture);
     takeLargerExifSize(facts, *block);
     if (!picture.find(kTiffBitsPerSample)) {
         facts.depth = 0;

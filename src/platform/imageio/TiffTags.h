@@ -23,6 +23,7 @@ inline constexpr std::uint16_t kTiffIccProfile = 0x8773;
 inline constexpr std::uint16_t kExifPixelXDimension = 0xa002;
 inline constexpr std::uint16_t kExifPixelYDimension = 0xa003;
 inline constexpr std::uint16_t kTiffDngVersion = 0xc612;
+inline constexpr std::uint16_t kTiffActiveArea = 0xc68d;
 
 /// "PhotometricInterpretation" of a sensor's own mosaic.
 inline constexpr std::uint32_t kTiffColorFilterArray = 32803;
