@@ -47,6 +47,7 @@ endfunction()
 exifcard_either(icu SHARED ICU::i18n ICU::uc STATIC libicui18n.a libicuuc.a libicudata.a)
 exifcard_either(expat SHARED PkgConfig::EXPAT STATIC libexpat.a)
 exifcard_either(sqlite3 SHARED PkgConfig::SQLITE STATIC libsqlite3.a)
+exifcard_either(xxhash SHARED PkgConfig::XXHASH STATIC libxxhash.a)
 
 # exifcard_quick_start(<program>)
 #
