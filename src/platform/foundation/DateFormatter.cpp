@@ -40,14 +40,15 @@ std::unique_ptr<const icu::Calendar> makeCalendar(const icu::Locale& locale) {
 }
 
 std::unique_ptr<const icu::SimpleDateFormat> makeFormat(
-    std::string_view pattern, const icu::Locale& locale, const icu::Calendar& calendar) {
+    std::string_view pattern, const icu::Locale& locale, const icu::TimeZone& zone) {
     auto status = U_ZERO_ERROR;
     auto format =
         std::make_unique<icu::SimpleDateFormat>(icu::UnicodeString::fromUTF8(pattern), locale, status);
     if (U_FAILURE(status) != 0) {
         return nullptr;
     }
-    format->adoptCalendar(calendar.clone());
+    format->adoptTimeZone(zone.clone());
+    format->setLenient(static_cast<UBool>(false));
     return format;
 }
 
@@ -106,8 +107,8 @@ private:
     const icu::SimpleDateFormat* format() const {
         std::call_once(_isFormatMade, [this] {
             if (_calendar != nullptr) {
-                _format =
-                    makeFormat(std::string_view(_pattern).substr(0, kLongestPattern), _locale, *_calendar);
+                _format = makeFormat(
+                    std::string_view(_pattern).substr(0, kLongestPattern), _locale, _calendar->getTimeZone());
             }
         });
         return _format.get();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <optional>
 
 namespace exifcard::keyedarchive {
@@ -35,7 +36,7 @@ public:
 
     std::vector<ArchivedObject> rootArray() {
         const auto root = resolved(entry(_top, "root"));
-        const auto classes = classesOf(root);
+        const auto& classes = classesOf(root);
         if (std::ranges::count(classes, "NSArray") == 0) {
             refuse("holds no array");
         }
@@ -89,8 +90,16 @@ private:
     }
 
     /// The name of the object's class and of those it is made from; empty for what is no object.
-    std::vector<std::string> classesOf(const Object& object) {
+    const std::vector<std::string>& classesOf(const Object& object) {
         const auto record = resolved(entry(object, "$class"));
+        const auto [found, isNew] = _classes.try_emplace(record ? record->content : 0);
+        if (isNew) {
+            found->second = namesInRecord(record);
+        }
+        return found->second;
+    }
+
+    std::vector<std::string> namesInRecord(const Object& record) {
         std::vector<std::string> names = {textOf(entry(record, "$classname"))};
         const auto chain = entry(record, "$classes");
         for (std::size_t place = 0; chain && chain->kind == Kind::Array && place < chain->size; ++place) {
@@ -103,7 +112,7 @@ private:
     ArchivedObject elementOf(const Object& object) {
         spend(1, 0);
         ArchivedObject archived;
-        const auto classes = classesOf(object);
+        const auto& classes = classesOf(object);
         if (classes.front().empty() || std::ranges::count(classes, "NSString") > 0) {
             archived.fields.emplace("", valueOf(object));
             return archived;
@@ -143,6 +152,8 @@ private:
     propertylist::BinaryPropertyList _list;
     Object _objects;
     Object _top;
+    std::map<std::size_t, std::vector<std::string>>
+        _classes; ///< By where their record stands; most objects share one.
     std::size_t _parts = 0;
     std::size_t _textBytes = 0;
 };
