@@ -77,10 +77,29 @@ protected:
     ~BitmapScaler() = default;
 };
 
+/// Turns, shears and moves bitmaps. Safe to call on any thread; blocks.
+class BitmapTransformer {
+public:
+    BitmapTransformer() = default;
+    BitmapTransformer(const BitmapTransformer&) = delete;
+    BitmapTransformer& operator=(const BitmapTransformer&) = delete;
+
+    /// The bitmap on a transparent canvas.
+    /// @param toCanvas  Where a point of the bitmap goes, in pixels; y points down.
+    /// @return Nothing when a size is out of reason or the transform has no area.
+    virtual std::optional<Bitmap> transformed(
+        const Bitmap& bitmap, const CGAffineTransform& toCanvas, PixelSize canvas) const = 0;
+
+protected:
+    ~BitmapTransformer() = default;
+};
+
 /// What a module exports under these names.
 using PixelCoderEntry = const PixelCoder*();
 using BitmapScalerEntry = const BitmapScaler*();
+using BitmapTransformerEntry = const BitmapTransformer*();
 inline constexpr const char* kPixelCoderEntry = "exifcardPixelCoder";
 inline constexpr const char* kBitmapScalerEntry = "exifcardBitmapScaler";
+inline constexpr const char* kBitmapTransformerEntry = "exifcardBitmapTransformer";
 
 } // namespace exifcard

@@ -8,9 +8,10 @@ namespace exifcard {
 namespace {
 
 constexpr std::string_view kJpegType = "public.jpeg";
+constexpr std::string_view kBmpType = "com.microsoft.bmp";
 
 constexpr std::string_view kTypes[] = {kJpegType, "public.png", "public.tiff", "com.compuserve.gif",
-    "org.webmproject.webp", "public.heic", "public.heif", "public.avif"};
+    "org.webmproject.webp", "public.heic", "public.heif", "public.avif", kBmpType};
 
 const PixelCoder* jpegCoder() {
     static const auto* const coder = moduleService<PixelCoderEntry>("pixels", kPixelCoderEntry);
@@ -25,6 +26,17 @@ const BitmapScaler* scaler() {
 const PixelCoder* generalCoder() {
     static const auto* const coder = moduleService<PixelCoderEntry>("pixels-vips", kPixelCoderEntry);
     return coder;
+}
+
+const PixelCoder* bmpCoder() {
+    static const auto* const coder = moduleService<PixelCoderEntry>("pixels-bmp", kPixelCoderEntry);
+    return coder;
+}
+
+const BitmapTransformer* transformer() {
+    static const auto* const transformer =
+        moduleService<BitmapTransformerEntry>("pixels-vips", kBitmapTransformerEntry);
+    return transformer;
 }
 
 } // namespace
@@ -43,7 +55,7 @@ std::optional<Bitmap> decodedBitmap(
             return bitmap;
         }
     }
-    const PixelCoder* const coder = generalCoder();
+    const PixelCoder* const coder = type == kBmpType ? bmpCoder() : generalCoder();
     return coder != nullptr ? coder->decode(bytes, type, wanted) : std::nullopt;
 }
 
@@ -55,6 +67,11 @@ std::vector<std::uint8_t> encodedBitmap(
 
 std::optional<Bitmap> scaledBitmap(const Bitmap& bitmap, const CGRect& region, PixelSize size) {
     return scaler() != nullptr ? scaler()->resampled(bitmap, region, size) : std::nullopt;
+}
+
+std::optional<Bitmap> transformedBitmap(
+    const Bitmap& bitmap, const CGAffineTransform& toCanvas, PixelSize canvas) {
+    return transformer() != nullptr ? transformer()->transformed(bitmap, toCanvas, canvas) : std::nullopt;
 }
 
 } // namespace exifcard

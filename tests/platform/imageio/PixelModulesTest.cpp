@@ -32,6 +32,7 @@ TEST(PixelModulesTest, DecodesEveryKindOfPicture) {
         {"corners.tif", "public.tiff", 3, "RGBW"},
         {"corners-animated.gif", "com.compuserve.gif", 4, "RGBW"},
         {"corners-animated.webp", "org.webmproject.webp", 3, "RGBW"},
+        {"corners.bmp", "com.microsoft.bmp", 3, "RGBW"},
         {"corners.heic", "public.heic", 3, "RGBW"},
         {"corners-turned-right.heic", "public.heic", 3, "BRWG"},
         {"corners-turned-and-mirrored.avif", "public.avif", 3, "RBGW"},

@@ -153,6 +153,24 @@ std::optional<Bitmap> bitmapOf(const Image& image) {
     return bitmap;
 }
 
+/// The bitmap's pixels, which must outlive it.
+Image imageOf(const Bitmap& bitmap) {
+    const Image pixels(vips_image_new_from_memory(bitmap.pixels.data(), bitmap.pixels.size(), bitmap.width,
+        bitmap.height, bitmap.channels, VIPS_FORMAT_UCHAR));
+    return applied(vips_copy, pixels, "interpretation",
+        bitmap.channels == 1 ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB);
+}
+
+/// With transparency, in which the colours are multiplied by it.
+Image premultiplied(const Image& image) {
+    const bool isGrey = image && vips_image_get_bands(image.get()) == 1;
+    const Image colors = isGrey ? applied(vips_colourspace, image, VIPS_INTERPRETATION_sRGB) : nullptr;
+    const Image& rgb = isGrey ? colors : image;
+    const bool isOpaque = rgb && vips_image_hasalpha(rgb.get()) == 0;
+    const Image opaque = isOpaque ? applied(vips_bandjoin_const1, rgb, 255.0) : nullptr;
+    return applied(vips_premultiply, isOpaque ? opaque : rgb);
+}
+
 } // namespace
 
 const VipsCoder* VipsCoder::start() {
@@ -199,10 +217,7 @@ std::vector<std::uint8_t> VipsCoder::encode(
     if (type != "public.png" || bitmap.isEmpty()) {
         return {};
     }
-    const Image pixels(vips_image_new_from_memory(bitmap.pixels.data(), bitmap.pixels.size(), bitmap.width,
-        bitmap.height, bitmap.channels, VIPS_FORMAT_UCHAR));
-    const Image image = applied(vips_copy, pixels, "interpretation",
-        bitmap.channels == 1 ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB);
+    const Image image = imageOf(bitmap);
     if (!image) {
         return {};
     }
@@ -216,6 +231,35 @@ std::vector<std::uint8_t> VipsCoder::encode(
     const Memory memory(buffer);
     const auto* const png = static_cast<const std::uint8_t*>(buffer);
     return {png, png + size};
+}
+
+std::optional<Bitmap> VipsCoder::transformed(
+    const Bitmap& bitmap, const CGAffineTransform& toCanvas, PixelSize canvas) const {
+    const ErrorCleaner cleaner;
+    constexpr double kMiddle = 0.5; // The library counts from the middle of a pixel.
+    const bool isInReason =
+        canvas.width > 0 && canvas.height > 0 && pixelCount(canvas) <= kMaximumDecodedPixels;
+    if (bitmap.isEmpty() || !isInReason) {
+        return std::nullopt;
+    }
+    VipsInterpolate* const bilinear = vips_interpolate_new("bilinear");
+    const int area[] = {0, 0, canvas.width, canvas.height};
+    VipsArrayInt* const canvasArea = vips_array_int_new(area, 4);
+    VipsImage* turned = nullptr;
+    const Image source = premultiplied(imageOf(bitmap));
+    if (source) {
+        vips_affine(source.get(), &turned, toCanvas.a, toCanvas.c, toCanvas.b, toCanvas.d, "oarea",
+            canvasArea, "interpolate", bilinear, "idx", kMiddle, "idy", kMiddle, "odx", toCanvas.tx - kMiddle,
+            "ody", toCanvas.ty - kMiddle, nullptr);
+    }
+    vips_area_unref(VIPS_AREA(canvasArea));
+    g_object_unref(bilinear);
+    const Image plain = applied(vips_unpremultiply, Image(turned));
+    auto result = bitmapOf(applied(vips_cast, plain, VIPS_FORMAT_UCHAR));
+    if (result && bitmap.channels > 1) {
+        result->iccProfile = bitmap.iccProfile; // A profile for grey does not fit RGB.
+    }
+    return result;
 }
 
 } // namespace exifcard

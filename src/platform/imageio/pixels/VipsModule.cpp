@@ -4,3 +4,7 @@
 extern "C" [[gnu::visibility("default")]] const exifcard::PixelCoder* exifcardPixelCoder() {
     return exifcard::VipsCoder::start();
 }
+
+extern "C" [[gnu::visibility("default")]] const exifcard::BitmapTransformer* exifcardBitmapTransformer() {
+    return exifcard::VipsCoder::start();
+}
