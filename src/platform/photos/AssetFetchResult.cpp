@@ -46,8 +46,8 @@ void AssetFetchResult::begin() const {
         return;
     }
     _database->execute("BEGIN");
-    _change = lastChange(*_database);
     _rows.emplace(_query.on(*_database));
+    fill(1); // From the first row on, the transaction keeps the library as it is now.
 }
 
 void AssetFetchResult::fill(std::size_t wanted) const {
@@ -58,7 +58,8 @@ void AssetFetchResult::fill(std::size_t wanted) const {
         }
         _isWhole = true;
         _rows.reset();
-        _database.reset(); // Ends the transaction.
+        _change = lastChange(*_database); // Of the same moment as the rows.
+        _database.reset();                // Ends the transaction.
     }
 }
 

@@ -34,7 +34,7 @@ public:
 
     /// All numbers; fills the result.
     const NumberList& numbers() const;
-    /// The last change of the library when this was fetched.
+    /// The last change of the library when this was fetched; known once it is filled.
     std::int64_t change() const;
     const std::shared_ptr<PhotoCatalogue>& catalogue() const { return _catalogue; }
     bool wantsIncrementalChangeDetails() const { return _wantsIncrementalChangeDetails; }

@@ -34,8 +34,8 @@ constexpr std::string_view kCopies[] = {
     " modified, added, duration, located, latitude, longitude, altitude, horizontal_accuracy,"
     " vertical_accuracy, course, speed, located_at, favorite, hidden, burst, represents_burst,"
     " burst_selection, title, rating, traits, user_fields, 1, trashed, changed FROM catalogue.assets"
-    " WHERE favorite <> 0 OR hidden <> 0 OR user_fields <> 0 OR trashed <> 0"
-    " OR id IN (SELECT asset FROM album_assets)",
+    " WHERE id IN (SELECT id FROM catalogue.assets WHERE favorite <> 0 OR hidden <> 0 OR user_fields <> 0"
+    " OR trashed <> 0 UNION SELECT asset FROM album_assets)",
     // Without a stamp, so that every file is read again.
     "INSERT INTO files SELECT id, asset, folder, name, type, type_identifier, -1, 0, 0, 0, quick, whole,"
     " content, video_offset, video_length, orientation"

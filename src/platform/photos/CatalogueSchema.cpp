@@ -75,6 +75,9 @@ CREATE INDEX special_assets ON assets
 CREATE INDEX recent_assets ON assets (added, id, source_type) WHERE shown = 1;
 CREATE INDEX assets_of_folder ON assets (folder, created, modified, id) WHERE shown = 1;
 CREATE INDEX assets_of_burst ON assets (burst) WHERE burst IS NOT NULL;
+-- What the backup keeps.
+CREATE INDEX user_assets ON assets (id)
+    WHERE favorite <> 0 OR hidden <> 0 OR user_fields <> 0 OR trashed <> 0;
 CREATE INDEX assets_by_change ON assets (changed);
 
 CREATE TABLE files (

@@ -2,12 +2,12 @@
 
 #include "platform/foundation/FilePaths.h"
 #include "platform/foundation/FileWatcher.h"
+#include "platform/foundation/OperationQueue.h"
 #include "platform/photos/CatalogueConnections.h"
 #include "platform/photos/CatalogueTransaction.h"
 #include "platform/photos/PHChange.h"
 #include "platform/photos/PHPhotoLibrary.h"
 #include "platform/photos/PhotoCatalogue.h"
-#include "platform/photos/SerialQueue.h"
 
 #include <algorithm>
 #include <atomic>
@@ -55,7 +55,7 @@ struct CatalogueWatcher::State : std::enable_shared_from_this<State> {
     std::unique_ptr<FileWatcher> files;                                 // Guarded by mutex.
     std::int64_t lastTold = 0;                                          // Used on `telling` alone.
     std::atomic<bool> isTellingDue = false; ///< A block that will look is on its way.
-    SerialQueue telling;
+    OperationQueue telling{1};
     std::condition_variable stopped;
     bool isStopped = false; // Guarded by mutex.
 
@@ -74,7 +74,7 @@ struct CatalogueWatcher::State : std::enable_shared_from_this<State> {
     /// Many writes make one look.
     void scheduleTelling() {
         if (!isTellingDue.exchange(true)) {
-            telling.async([state = shared_from_this()] {
+            telling.addOperationWithBlock([state = shared_from_this()] {
                 state->isTellingDue = false;
                 state->tell();
             });
@@ -153,7 +153,7 @@ void CatalogueWatcher::addObserver(const std::shared_ptr<PhotoCatalogue>& catalo
         }
     });
     // What happens from here on is told.
-    _state->telling.async([state = _state, now = lastChangeOf(*catalogue)] {
+    _state->telling.addOperationWithBlock([state = _state, now = lastChangeOf(*catalogue)] {
         state->lastTold = std::max(state->lastTold, now);
     });
 }

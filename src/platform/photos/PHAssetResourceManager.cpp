@@ -1,11 +1,11 @@
 #include "platform/photos/PHAssetResourceManager.h"
 
+#include "platform/foundation/OperationQueue.h"
 #include "platform/photos/Authorization.h"
 #include "platform/photos/PHAssetResource.h"
 #include "platform/photos/PhotoCatalogue.h"
 #include "platform/photos/RenditionFile.h"
 #include "platform/photos/RequestTable.h"
-#include "platform/photos/SerialQueue.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kChunkInBytes = 256 * 1024;
 
 struct Requests {
-    SerialQueue queue;
+    OperationQueue queue{1};
     RequestTable table;
 };
 
@@ -95,7 +95,7 @@ PHAssetResourceDataRequestID PHAssetResourceManager::requestDataForAssetResource
     std::function<void(const Data& chunk)> dataReceivedHandler,
     std::function<void(const std::optional<PHError>& error)> completionHandler) {
     const auto state = requests().table.begin();
-    requests().queue.async(
+    requests().queue.addOperationWithBlock(
         [state, request = ResourceRequest{resource, options, std::move(dataReceivedHandler)},
             completionHandler = std::move(completionHandler)] {
             const auto error = run(request, *state);

@@ -1,11 +1,11 @@
 #include "platform/photos/PHContentEditingInput.h"
 
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/OperationQueue.h"
 #include "platform/photos/Authorization.h"
 #include "platform/photos/PHAsset.h"
 #include "platform/photos/PhotoCatalogue.h"
 #include "platform/photos/RequestInfo.h"
-#include "platform/photos/SerialQueue.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,7 +14,7 @@ namespace exifcard {
 namespace {
 
 struct Requests {
-    SerialQueue queue;
+    OperationQueue queue{1};
     RequestTable table;
 };
 
@@ -40,7 +40,8 @@ PHContentEditingInputRequestID requestContentEditingInputWithOptions(const PHAss
     const PHContentEditingInputRequestOptions& options,
     PHContentEditingInputHandler completionHandler) {
     const auto state = requests().table.begin();
-    requests().queue.async([state, asset, options, completionHandler = std::move(completionHandler)] {
+    requests().queue.addOperationWithBlock([state, asset, options,
+                                               completionHandler = std::move(completionHandler)] {
         const auto file = isLibraryReadable()
                               ? renditionOf(filesOfAsset(*PhotoCatalogue::shared(), asset.localIdentifier),
                                     PHImageRequestOptionsVersion::Current)

@@ -2,21 +2,21 @@
 
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/OperationQueue.h"
 #include "platform/foundation/PlatformException.h"
 #include "platform/photos/Authorization.h"
 #include "platform/photos/CatalogueTransaction.h"
 #include "platform/photos/CatalogueWatcher.h"
 #include "platform/photos/ChangeBlock.h"
 #include "platform/photos/PhotoCatalogue.h"
-#include "platform/photos/SerialQueue.h"
 
 #include <utility>
 
 namespace exifcard {
 namespace {
 
-SerialQueue& changeQueue() {
-    static auto* const queue = new SerialQueue;
+OperationQueue& changeQueue() {
+    static auto* const queue = new OperationQueue(1);
     return *queue;
 }
 
@@ -61,7 +61,7 @@ PHPhotoLibrary& PHPhotoLibrary::sharedPhotoLibrary() {
 }
 
 void PHPhotoLibrary::performChanges(std::function<void()> changeBlock, CompletionHandler completionHandler) {
-    changeQueue().async(
+    changeQueue().addOperationWithBlock(
         [changeBlock = std::move(changeBlock), completionHandler = std::move(completionHandler)] {
             auto error = perform(changeBlock);
             if (completionHandler) {
@@ -75,7 +75,7 @@ void PHPhotoLibrary::performChanges(std::function<void()> changeBlock, Completio
 std::optional<PHError> PHPhotoLibrary::performChangesAndWait(const std::function<void()>& changeBlock) {
     std::optional<PHError> error;
     DispatchSemaphore done(0);
-    changeQueue().async([&] {
+    changeQueue().addOperationWithBlock([&] {
         error = perform(changeBlock);
         done.signal();
     });

@@ -61,6 +61,7 @@ CatalogueFile fileOf(const ReadFile& read, std::int64_t folder, PHAssetResourceT
     file.uniformTypeIdentifier = read.facts.typeIdentifier;
     file.stamp = read.file.stamp;
     file.quickFingerprint = read.quickFingerprint;
+    file.orientation = read.facts.orientation;
     file.contentIdentifier = read.facts.contentIdentifier;
     if (const auto& video = read.facts.embeddedVideo) {
         file.embeddedVideoOffset = video->offset;

@@ -17,6 +17,7 @@ struct MediaFacts {
     std::uint64_t mediaSubtypes = 0; ///< As `PHAsset` has them, but for a live photo of two files.
     std::int64_t pixelWidth = 0;     ///< Upright; 0 when unknown.
     std::int64_t pixelHeight = 0;
+    int orientation = 0; ///< EXIF, 1 to 8, of a picture; 0 when unknown.
     double duration = 0; ///< Seconds; 0 for pictures.
     bool isAnimated = false;
     std::optional<Date> captureDate;

@@ -6,6 +6,7 @@
 #include "platform/imageio/XmpPacket.h"
 #include "platform/photos/import/CaptureDate.h"
 #include "platform/photos/import/FileKind.h"
+#include "platform/uivalues/UIImage.h"
 
 #include <algorithm>
 #include <array>
@@ -107,8 +108,10 @@ bool isScreenshot(const Dictionary& properties, std::string_view name) {
 void addPixels(MediaFacts& facts, const Dictionary& properties) {
     facts.pixelWidth = properties.objectForKey(kCGImagePropertyPixelWidth).integerValue();
     facts.pixelHeight = properties.objectForKey(kCGImagePropertyPixelHeight).integerValue();
-    constexpr std::int64_t kFirstSideways = 5; // The orientations 5 to 8 lie on their side.
-    if (properties.objectForKey(kCGImagePropertyOrientation).integerValue() >= kFirstSideways) {
+    facts.orientation = exifFromImageOrientation(
+        imageOrientationFromExif(properties.objectForKey(kCGImagePropertyOrientation).integerValue()));
+    constexpr int kFirstSideways = 5; // The orientations 5 to 8 lie on their side.
+    if (facts.orientation >= kFirstSideways) {
         std::swap(facts.pixelWidth, facts.pixelHeight);
     }
 }
