@@ -46,13 +46,13 @@ struct ExifInformationState {
     Value iSOSpeed;                          ///< An integer; 0 when the photo has none.
     Value focalLengthInmm;
     std::int64_t flashStatusCode = 0;
-    CGSize dimensions;                         ///< Stored pixels, before orientation.
-    std::optional<Date> dateTaken;             ///< From {Exif} DateTimeOriginal.
-    std::optional<Date> dateCreated;           ///< The asset's.
-    std::int64_t fileSizeInBytes = 0;          ///< Of the image resource.
-    std::int64_t liveVideoFileSizeInBytes = 0; ///< Of a live photo's paired video.
-    double duration = 0;                       ///< Seconds; 0 for photos.
-    float framesPerSecondValue = 0;            ///< 0 for photos.
+    CGSize dimensions;                                      ///< Stored pixels, before orientation.
+    std::optional<Date> dateTaken;                          ///< From {Exif} DateTimeOriginal.
+    std::optional<Date> dateCreated;                        ///< The asset's.
+    std::int64_t fileSizeInBytes = 0;                       ///< Of the image resource.
+    std::atomic<std::int64_t> liveVideoFileSizeInBytes = 0; ///< Of a live photo's paired video, as it comes.
+    double duration = 0;                                    ///< Seconds; 0 for photos.
+    float framesPerSecondValue = 0;                         ///< 0 for photos.
     std::optional<CLLocation> location;
     std::optional<std::string> locationName; ///< The place, once it was looked up.
     AtomicProperty<std::optional<std::string>> fileNameCached;
