@@ -54,6 +54,10 @@ public:
     URL correctedImageFilePathURL() const;
     /// Drops the cached thumbnail.
     void handleMemoryWarning(const Notification& notification);
+    /// Brings the asset's picture into `cachedThumbNailImage`, unless it is there or too large. On the main
+    /// queue, where the picture lands too.
+    void prefetchAsset();
+    void cancelPrefetch();
 
     /// The twin that the editor changes, made at the first call: the metadata
     /// copied one level deep, without the headline values.
