@@ -11,6 +11,9 @@
 #include "platform/photos/PHAsset.h"
 #include "platform/uivalues/UIScreen.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace exifcard {
 namespace {
 
@@ -64,13 +67,10 @@ constexpr ItemRule kItemRules[] = {
     {AVMetadataCommonKeyLocation, takeLocation},
 };
 
-void takeMetadata(ExifInformation& record, const AVURLAsset& asset) {
-    for (const AVMetadataItem& item : asset.metadata()) {
-        for (const ItemRule& rule : kItemRules) {
-            if (item.commonKey == rule.commonKey) {
-                rule.take(record, item);
-            }
-        }
+void takeItem(ExifInformation& record, const AVMetadataItem& item) {
+    const auto* const rule = std::ranges::find(kItemRules, item.commonKey, &ItemRule::commonKey);
+    if (rule != std::end(kItemRules)) {
+        rule->take(record, item);
     }
 }
 
@@ -126,7 +126,9 @@ std::shared_ptr<ExifInformation> ExifManager::exifInformationFromVideoURL(const 
     record->imageFilePathURL = url;
     record->fileNameCached.store(record->correctedImageFilePathURL().lastPathComponent());
     if (asset) {
-        takeMetadata(*record, *asset);
+        for (const AVMetadataItem& item : asset->metadata()) {
+            takeItem(*record, item);
+        }
         takeFileAndTracks(*record, *asset);
     }
     takeDate(*record, asset.get(), url.path());

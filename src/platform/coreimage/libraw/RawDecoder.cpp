@@ -18,7 +18,7 @@ constexpr unsigned kMaximumWorkingMegabytes = 2048;
 // Of this thread: a 100-megapixel picture takes some 20 on a slow machine. A damaged file could take minutes.
 constexpr double kMostSeconds = 60;
 // Some decoders read whole blocks, of which the last need not be full.
-constexpr std::size_t kMostMissingBytes = 64 * 1024;
+constexpr std::size_t kMostMissingBytes = std::size_t(64) << 10U;
 constexpr int kBitsOfChannel = 8;
 constexpr int kSrgb = 1;
 
