@@ -13,6 +13,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace exifcard {
@@ -107,9 +108,14 @@ bool writeCatalogueBackup(const std::string& catalogue, const std::string& backu
     return ::rename(copy.c_str(), backup.c_str()) == 0;
 }
 
-void restoreCatalogue(const std::string& catalogue, const std::string& backup) {
+std::uint64_t fileNumberOf(const std::string& path) {
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+}
+
+void restoreCatalogue(const std::string& catalogue, const std::string& backup, std::uint64_t damaged) {
     const FileDescriptor lock = lockOf(catalogue);
-    if (isGoodCatalogue(catalogue)) {
+    if (fileNumberOf(catalogue) != damaged && isGoodCatalogue(catalogue)) {
         return; // Another program was first.
     }
     if (::access(catalogue.c_str(), F_OK) == 0) {

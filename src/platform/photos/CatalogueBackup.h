@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace exifcard {
@@ -11,8 +12,12 @@ namespace exifcard {
 /// @return False when the old one was left as it was; one log line tells why.
 bool writeCatalogueBackup(const std::string& catalogue, const std::string& backup);
 
+/// Tells whether a path names the same file as before; 0 for none.
+std::uint64_t fileNumberOf(const std::string& path);
+
 /// Puts the catalogue of that path in place, from the backup where there is a good one, else an empty one
-/// later. A file that is there already is moved aside as "….damaged".
-void restoreCatalogue(const std::string& catalogue, const std::string& backup);
+/// later. What is there already is moved aside as "….damaged", unless it is good.
+/// @param damaged  The number of a file that was found damaged, which may not be seen at once; 0: none.
+void restoreCatalogue(const std::string& catalogue, const std::string& backup, std::uint64_t damaged);
 
 } // namespace exifcard

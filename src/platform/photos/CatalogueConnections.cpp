@@ -7,7 +7,6 @@
 
 #include <utility>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace exifcard {
@@ -15,12 +14,6 @@ namespace {
 
 /// Pages that are read at once on a computer of today; more only take memory.
 constexpr std::size_t kMostIdleConnections = 4;
-
-/// Tells whether a path names the same file as before; 0 for none.
-std::uint64_t fileNumberOf(const std::string& path) {
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
-}
 
 } // namespace
 
@@ -72,22 +65,24 @@ struct CatalogueConnections::Pool {
         }
     }
 
-    bool takeDamage() {
+    /// The number of the file that was found damaged since the last call; 0: none.
+    std::uint64_t takeDamage() {
         const std::scoped_lock lock(mutex);
-        if (isDamaged) {
-            idle.clear();
+        if (!std::exchange(isDamaged, false)) {
+            return 0;
         }
-        return std::exchange(isDamaged, false);
+        idle.clear();
+        return number;
     }
 
     std::unique_ptr<SQLiteDatabase> open() {
-        if (takeDamage()) {
-            restoreCatalogue(file, backup);
+        if (const std::uint64_t damaged = takeDamage(); damaged != 0) {
+            restoreCatalogue(file, backup, damaged);
         }
         auto database = std::make_unique<SQLiteDatabase>(file, catalogueMigrations());
         if (database->isDamaged()) {
             database.reset();
-            restoreCatalogue(file, backup);
+            restoreCatalogue(file, backup, fileNumberOf(file));
             database = std::make_unique<SQLiteDatabase>(file, catalogueMigrations());
         }
         const std::scoped_lock lock(mutex);
@@ -111,7 +106,7 @@ CatalogueConnections::DatabasePtr CatalogueConnections::lease(bool mayCreate) {
         }
         if (!isThere) {
             makeFolder(_pool->folder);
-            restoreCatalogue(_pool->file, _pool->backup);
+            restoreCatalogue(_pool->file, _pool->backup, /*damaged=*/0);
         }
         database = _pool->open();
     }

@@ -2,6 +2,7 @@
 
 #include "platform/avfoundation/AVAsset.h"
 #include "platform/avfoundation/AVAssetImageGenerator.h"
+#include "platform/coreimage/CIFilter.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/URL.h"
 #include "platform/imageio/ImageDrawing.h"
@@ -42,6 +43,9 @@ std::shared_ptr<UIImage> openedPicture(const StoredFile& file, const std::string
     const auto data = Data::mappedFile(path);
     if (!data) {
         return nullptr;
+    }
+    if (const auto raw = CIFilter::filterWithImageData(*data, file.uniformTypeIdentifier)) {
+        return raw->outputImage();
     }
     return imageWithData(*data);
 }

@@ -1,9 +1,11 @@
 #include "platform/foundation/Log.h"
+#include "platform/photos/CatalogueSchema.h"
 #include "platform/photos/Library.h"
 #include "platform/photos/ListDifference.h"
 #include "platform/photos/PHAssetChangeRequest.h"
 #include "platform/photos/PHAssetCollectionChangeRequest.h"
 #include "platform/photos/PHAssetResource.h"
+#include "platform/sqlite/SQLiteDatabase.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -35,6 +37,12 @@ protected:
             << sqlite3_errmsg(database);
         sqlite3_close(database);
     }
+    /// Where the table lies in the file.
+    static std::int64_t firstByteOfAssets() {
+        SQLiteDatabase database(file(), catalogueMigrations());
+        auto page = database.query("SELECT rootpage FROM sqlite_schema WHERE name = 'assets'");
+        return page.step() ? (page.integer(0) - 1) * 4096 : 0;
+    }
     /// Two photos, one of them a favourite in an album.
     void fill() {
         store("a.jpg");
@@ -51,8 +59,8 @@ protected:
 };
 
 TEST_F(PhotoCatalogueTest, BringsBackWhatOnlyItKnewWhenItIsLost) {
-    enum class Loss { Deleted, Garbage, PageOverwritten };
-    for (const Loss loss : {Loss::Deleted, Loss::Garbage, Loss::PageOverwritten}) {
+    enum class Loss { Deleted, Garbage, PageOverwritten, AssetsOverwritten };
+    for (const Loss loss : {Loss::Deleted, Loss::Garbage, Loss::PageOverwritten, Loss::AssetsOverwritten}) {
         SCOPED_TRACE(static_cast<int>(loss));
         fs::remove_all(home.path() / "data");
         reopen();
@@ -60,14 +68,16 @@ TEST_F(PhotoCatalogueTest, BringsBackWhatOnlyItKnewWhenItIsLost) {
         folder = CatalogueWriter(catalogue()).storeFolder(1, "");
         fill();
         const std::string identifier = assetNamed("a.jpg")->localIdentifier;
+        const std::int64_t startOfAssets = firstByteOfAssets();
         reopen();
         if (loss == Loss::Deleted) {
             fs::remove(file());
         } else {
             std::fstream damaged(file(), std::ios::in | std::ios::out | std::ios::binary);
-            damaged.seekp(loss == Loss::Garbage ? 0 : 100);
-            damaged << std::string(5000, '\x5a');
+            damaged.seekp(loss == Loss::Garbage ? 0 : loss == Loss::PageOverwritten ? 100 : startOfAssets);
+            damaged << std::string(loss == Loss::AssetsOverwritten ? 4096 : 5000, '\x5a');
         }
+        EXPECT_EQ(assetNamed("b.jpg"), nullptr);
         EXPECT_EQ(PHAsset::fetchAssetsWithOptions()->count(), 0U);
         EXPECT_TRUE(catalogue()->needsRebuild());
         CatalogueWriter writer(catalogue());
