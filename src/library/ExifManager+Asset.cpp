@@ -154,6 +154,16 @@ Record recordOfBytes(const PHAssetPtr& asset, const std::optional<Data>& data) {
     return record;
 }
 
+Record lighterRecord(const PHAssetPtr& asset, const std::optional<Data>& data) {
+    auto record = recordOfBytes(asset, data);
+    if (asset) {
+        // Intended: unlike the full record, the file's own date counts where it has one.
+        record->dateTaken = record->dateTaken ? record->dateTaken : asset->creationDate;
+        record->dateCreated = record->dateCreated ? record->dateCreated : asset->creationDate;
+    }
+    return record;
+}
+
 Record recordOfPhoto(
     const PHAssetPtr& asset, bool forceDownload, const AssetProgressHandler& progressHandler) {
     debugLog("exifInformationFromPHAssett_2");
@@ -201,13 +211,8 @@ Record ExifManager::exifInformationFromPHAssett(
 void ExifManager::exifInformationFromPHAssettWithCompletionBlock(
     const PHAssetPtr& asset, RecordHandler completionBlock) {
     auto finish = [asset, completionBlock = std::move(completionBlock)](const std::optional<Data>& data) {
-        auto record = recordOfBytes(asset, data);
-        if (asset) {
-            // Intended: unlike the full record, the file's own date counts where it has one.
-            record->dateTaken = record->dateTaken ? record->dateTaken : asset->creationDate;
-            record->dateCreated = record->dateCreated ? record->dateCreated : asset->creationDate;
-        }
-        DispatchQueue::mainQueue().async([record, completionBlock] { completionBlock(record); });
+        DispatchQueue::mainQueue().async(
+            [record = lighterRecord(asset, data), completionBlock] { completionBlock(record); });
     };
     DispatchQueue::globalQueue().async([asset, finish = std::move(finish)] {
         if (!asset) {

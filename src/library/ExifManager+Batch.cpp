@@ -78,6 +78,16 @@ bool isShown(const ExifInformation& record, std::uint64_t locationFilter, bool h
     return !isWrongPlace && !(hidesWithoutExif && isWithoutExif);
 }
 
+/// All of them for a null predicate.
+Records matching(Records records, const PredicatePtr& predicate) {
+    if (predicate) {
+        std::erase_if(records, [&predicate](const Record& record) {
+            return !predicate->evaluateWithObject(keyValueLookupOfRecord(*record));
+        });
+    }
+    return records;
+}
+
 /// Null for an empty text; nothing for one that is no predicate.
 std::optional<PredicatePtr> predicateOfText(std::string_view text) {
     if (text.empty()) {
@@ -131,28 +141,22 @@ void ExifManager::allExifDataArrayInPHFetchResult(const PHAssetFetchResultPtr& f
     const std::size_t count = predicate ? fetchResult->countUpTo(kMostAssets) : 0;
     _exifDataArrayInPHFetchResults(fetchResult, std::make_shared<Records>(), {0, count},
         [predicate, ascending, completionBlock = std::move(completionBlock)](const Records& all) {
-            Records records = all;
-            if (predicate && *predicate) {
-                std::erase_if(records, [&predicate](const Record& record) {
-                    return !(*predicate)->evaluateWithObject(keyValueLookupOfRecord(*record));
-                });
-            }
+            Records records = predicate ? matching(all, *predicate) : Records();
             sortByDateCreated(records, ascending);
             completionBlock(records);
         });
 }
 
-void ExifManager::_exifDataArrayInPHFetchResults(PHAssetFetchResultPtr fetchResult,
-    std::shared_ptr<Records> exifDataArray,
+void ExifManager::_exifDataArrayInPHFetchResults(const PHAssetFetchResultPtr& fetchResult,
+    const std::shared_ptr<Records>& exifDataArray,
     AssetRange range,
     RecordsHandler completionBlock) {
     debugLog("Method _exifDataArrayInPHFetchResults RANGE = {%ld, %ld}", {range.location, range.length});
     const std::size_t gathered = exifDataArray->size();
     const std::size_t missing = gathered > range.length ? range.length : range.length - gathered;
     const AssetRange chunk{range.location, std::min(missing, kChunkLength)};
-    const PHAssetFetchResultPtr assets = fetchResult;
     _exifDataArrayInPHFetchResults(
-        assets, chunk, [=, completionBlock = std::move(completionBlock)](const Records& records) {
+        fetchResult, chunk, [=, completionBlock = std::move(completionBlock)](const Records& records) {
             exifDataArray->insert(exifDataArray->end(), records.begin(), records.end());
             if (exifDataArray->size() < range.length) {
                 debugLog("%ld != %ld", {exifDataArray->size(), range.length});

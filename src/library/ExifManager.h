@@ -124,16 +124,18 @@ public:
         std::uint64_t sortBy,
         bool ascending,
         RecordsHandler completionBlock);
+    // NOLINTBEGIN(readability-identifier-naming): given names, as far as C++ lets a name begin with "_".
     /// Builds the lighter records of a range in chunks of 300 onto `exifDataArray`, until that holds
     /// `range.length`. Within a chunk they stand as they became ready. The completion comes on the main
     /// queue.
-    static void _exifDataArrayInPHFetchResults(PHAssetFetchResultPtr fetchResult,
-        std::shared_ptr<Records> exifDataArray,
+    static void _exifDataArrayInPHFetchResults(const PHAssetFetchResultPtr& fetchResult,
+        const std::shared_ptr<Records>& exifDataArray,
         AssetRange range,
         RecordsHandler completionBlock);
     /// One chunk; the same of the completion.
     static void _exifDataArrayInPHFetchResults(
         const PHAssetFetchResultPtr& fetchResult, AssetRange range, RecordsHandler completionBlock);
+    // NOLINTEND(readability-identifier-naming)
     /// Those that the location filter and the hiding of photos without EXIF in the settings let through.
     static Records exifDataItemsArrayAndFilterFromExifArray(const Records& records);
 

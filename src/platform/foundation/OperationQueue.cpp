@@ -130,6 +130,7 @@ void OperationQueue::addOperationWithBlock(std::function<void()> block) {
     addOperation(BlockOperation::blockOperationWithBlock(std::move(block)));
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): the queue changes, through its state.
 void OperationQueue::cancelAllOperations() {
     for (const auto& operation : operations()) {
         operation->cancel();

@@ -41,7 +41,7 @@ public:
     PredicatePtr parse() {
         auto predicate = takeAlternatives();
         if (current().kind != Kind::End) {
-            fail("\"AND\", \"OR\" or the end is expected");
+            fail(R"("AND", "OR" or the end is expected)");
         }
         return predicate;
     }
@@ -73,7 +73,7 @@ private:
 
     void requireSymbol(std::string_view symbol) {
         if (!takeSymbol(symbol)) {
-            fail(fmt::format("\"{}\" is expected", symbol));
+            fail(fmt::format(R"("{}" is expected)", symbol));
         }
     }
 
@@ -147,7 +147,7 @@ private:
         const bool canBe = token.kind == Kind::Symbol || token.kind == Kind::Word;
         const auto type = canBe ? predicateOperatorSpelled(token.source) : std::nullopt;
         if (!type) {
-            fail("a comparison such as \"=\" or \"CONTAINS\" is expected");
+            fail(R"(a comparison such as "=" or "CONTAINS" is expected)");
         }
         advance();
         return *type;
@@ -160,7 +160,7 @@ private:
         const auto options = current().kind == Kind::Word ? current().source : std::string_view();
         const auto isOption = [](char letter) { return letter == 'c' || letter == 'd'; };
         if (options.empty() || !std::ranges::all_of(options, isOption)) {
-            fail("\"c\", \"d\" or \"cd\" is expected");
+            fail(R"("c", "d" or "cd" is expected)");
         }
         comparison.isCaseIgnored = options.find('c') != std::string_view::npos;
         comparison.areDiacriticsIgnored = options.find('d') != std::string_view::npos;
@@ -175,10 +175,10 @@ private:
         }
         const Array* const list = constant->arrayView();
         if (comparison.type == Operator::Between && (list == nullptr || list->count() != 2)) {
-            failAt(token, "two limits such as \"{1, 2}\" are expected");
+            failAt(token, R"(two limits such as "{1, 2}" are expected)");
         }
         if (comparison.type == Operator::In && list == nullptr && constant->text() == nullptr) {
-            failAt(token, "a list such as \"{1, 2}\" or a text is expected");
+            failAt(token, R"(a list such as "{1, 2}" or a text is expected)");
         }
         if (comparison.type == Operator::Matches) {
             comparison.pattern = patternOfConstant(comparison, *constant);
@@ -249,7 +249,7 @@ private:
         advance();
         requireSymbol(",");
         if (current().kind != Kind::Text || *current().value.text() != "NSDate") {
-            fail("\"NSDate\" is expected");
+            fail(R"("NSDate" is expected)");
         }
         advance();
         requireSymbol(")");

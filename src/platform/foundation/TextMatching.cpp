@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <optional>
 
 namespace exifcard {
 namespace {
@@ -102,23 +103,20 @@ std::string foldedText(std::string_view text, bool isCaseIgnored, bool areDiacri
 bool matchesWildcards(std::string_view text, std::string_view pattern) {
     Places places;
     // Only the last "*" is ever gone back to: what an earlier one takes more, a later one can take too.
-    bool hasStar = false;
-    Places afterStar;
-    while (true) {
+    std::optional<Places> afterStar;
+    while (places.text < text.size() || places.pattern < pattern.size()) {
         if (places.pattern < pattern.size() && pattern[places.pattern] == '*') {
-            hasStar = true;
             ++places.pattern;
             afterStar = places;
-        } else if (places.text == text.size() && places.pattern == pattern.size()) {
-            return true;
         } else if (!takeOne(text, pattern, places)) {
-            if (!hasStar || afterStar.text == text.size()) {
+            if (!afterStar || afterStar->text == text.size()) {
                 return false;
             }
-            afterStar.text = nextCharacter(text, afterStar.text);
-            places = afterStar;
+            afterStar->text = nextCharacter(text, afterStar->text);
+            places = *afterStar;
         }
     }
+    return true;
 }
 
 } // namespace exifcard
