@@ -4,6 +4,7 @@
 #include "cli/HelpFormatter.h"
 #include "cli/Session.h"
 #include "metadata/FieldKeys.h"
+#include "platform/photos/PHPhotoLibrary.h"
 #include "settings/FieldList.h"
 
 #include <CLI/CLI.hpp>
@@ -116,6 +117,7 @@ ExitStatus runCommandLine(int argumentCount, char** arguments) {
     }
     setFieldTest(isFieldKey); // What a settings file names is no reason to end.
     Session session(applyGlobalOptions(*globalOptions));
+    PHPhotoLibrary::grantForThisProcess(); // Who types a command on the own files has decided.
     const CLI::App* const chosen = chosenCommand(&root);
     for (const auto& [app, action] : tree.actions) {
         if (app == chosen) {

@@ -14,6 +14,12 @@ std::span<const Command* const> allCommands() {
         &kSendCommand,
         &kConversationCommand,
         &kConversationsCommand,
+        &kImportCommand,
+        &kWatchCommand,
+        &kListCommand,
+        &kAlbumsCommand,
+        &kAlbumCommand,
+        &kFavouriteCommand,
         &kCompletionCommand,
     };
     return kCommands;

@@ -1,5 +1,6 @@
 #include "cli/FileCommand.h"
 
+#include "cli/AssetNames.h"
 #include "cli/Choices.h"
 #include "cli/DisplayText.h"
 #include "cli/InputNames.h"
@@ -58,7 +59,8 @@ InputNames inputNames(const FileArguments& arguments) {
 } // namespace
 
 void declareFiles(CLI::App& app, FileArguments& arguments) {
-    app.add_option("FILE", arguments.names, "The files; - reads their names from standard input, one a line")
+    app.add_option("FILE", arguments.names,
+           "Files or assets of the library; - reads their names from standard input, one a line")
         ->type_name(kFileTypeName);
     app.add_flag("-0,--null", arguments.isNulSeparated, "Names on standard input end with NUL");
 }
@@ -86,7 +88,10 @@ ExitStatus runOverFiles(
         }
         return result;
     };
-    const auto nextName = [&] { return session.isOutputBroken() ? std::nullopt : names.next(); };
+    const auto nextName = [&] {
+        auto name = session.isOutputBroken() ? std::nullopt : names.next();
+        return name ? std::optional(fileNamed(*name)) : std::nullopt;
+    };
     runInOrder(jobs, {.take = nextName,
                          .work = workWithHeading,
                          .hand = [&printer](const FileResult& result) { printer.print(result); }});

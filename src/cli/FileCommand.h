@@ -11,7 +11,7 @@
 
 namespace exifcard {
 
-/// The files that a command works on, as typed.
+/// The files that a command works on, as typed; the identifier of an asset stands for its file.
 struct FileArguments {
     std::vector<std::string> names;
     bool isNulSeparated = false; ///< Names on standard input end with NUL instead of a line end.

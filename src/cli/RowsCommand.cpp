@@ -2,11 +2,9 @@
 #include "cli/Commands.h"
 #include "cli/FieldLists.h"
 #include "cli/FileCommand.h"
-#include "cli/JsonWriter.h"
 #include "cli/PhotoFile.h"
-#include "cli/RecordJSON.h"
+#include "cli/PhotoRows.h"
 #include "cli/Session.h"
-#include "cli/TextTable.h"
 #include "metadata/ExifInformation.h"
 #include "metadata/FieldKeys.h"
 
@@ -15,9 +13,7 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace exifcard {
@@ -30,22 +26,6 @@ struct RowsOptions {
     bool wantsAllKeys = false;
 };
 
-/// The rows that were asked for.
-struct ChosenFields {
-    std::vector<std::string> keys;
-    std::vector<std::string> videoKeys; ///< The same of videos.
-    bool includesRawKeys = false;       ///< Keys that give no row are shown too.
-};
-
-std::vector<std::string> visibleKeys(std::string_view listName) {
-    std::vector<std::string> keys;
-    const auto visible = fieldListNamed(listName).visible();
-    for (const auto& entry : *visible) {
-        keys.push_back(entry->key);
-    }
-    return keys;
-}
-
 /// The same fields for photos and videos, those that give no row among them.
 ChosenFields namedFields(std::vector<std::string> keys) {
     return {.keys = keys, .videoKeys = std::move(keys), .includesRawKeys = true};
@@ -56,8 +36,7 @@ ChosenFields chosenFields(const RowsOptions& options) {
         return namedFields(splitAtCommas(options.keys));
     }
     if (!options.wantsAllKeys) {
-        const auto listOr = [&](const char* usual) { return options.list.empty() ? usual : options.list; };
-        return {.keys = visibleKeys(listOr("card")), .videoKeys = visibleKeys(listOr("card-video"))};
+        return options.list.empty() ? fieldsOfCard() : fieldsOfList(options.list);
     }
     std::vector<std::string> keys;
     for (const FieldKey& field : fieldKeys()) {
@@ -66,57 +45,13 @@ ChosenFields chosenFields(const RowsOptions& options) {
     return namedFields(std::move(keys));
 }
 
-const std::vector<std::string>& keysFor(const ExifInformation& record, const ChosenFields& fields) {
-    return isVideo(record) ? fields.videoKeys : fields.keys;
-}
-
-void writeRawValue(JsonWriter& json, const std::string& key, const Value& value) {
-    json.beginObject();
-    json.key("uniqueID").text(key);
-    json.key("kind").text("raw");
-    json.key("value").value(value);
-    json.endObject();
-}
-
-std::string rowsJSON(const std::string& name, const ExifInformation& record, const ChosenFields& fields) {
-    JsonWriter json;
-    json.beginObject().file(name).key("record");
-    writeRecord(json, record);
-    json.key("rows").beginArray();
-    for (const std::string& key : keysFor(record, fields)) {
-        const FieldAnswer answer = record.performCustomSelector(key);
-        if (const auto* const row = std::get_if<ExifValue>(&answer)) {
-            writeRow(json, *row);
-        } else if (fields.includesRawKeys) {
-            writeRawValue(json, key, std::get<Value>(answer));
-        }
-    }
-    json.endArray().endObject();
-    return json.take() + "\n";
-}
-
-std::string rowsText(const ExifInformation& record, const ChosenFields& fields, bool usesColor) {
-    TextTable table;
-    for (const std::string& key : keysFor(record, fields)) {
-        const FieldAnswer answer = record.performCustomSelector(key);
-        if (const auto* const row = std::get_if<ExifValue>(&answer)) {
-            table.addRow(
-                {row->exifKeyReadableFormat.value_or(key), row->exifValueReadableFormat.value_or("")});
-        } else if (fields.includesRawKeys) {
-            const Value& value = std::get<Value>(answer);
-            table.addRow({key, value.isNothing() ? "" : value.description()});
-        }
-    }
-    return table.text(usesColor);
-}
-
 FileResult rowsOf(const std::string& name, const ChosenFields& fields, const SessionOptions& options) {
     const auto record = readPhoto(name);
     if (!record) {
         return failedFile(name, "read", causeOfFailure(name), options.isJSON);
     }
-    return {.output = options.isJSON ? rowsJSON(name, *record, fields)
-                                     : rowsText(*record, fields, options.usesColor)};
+    return {.output = options.isJSON ? photoRowsJSON(name, *record, fields)
+                                     : photoRowsText(*record, fields, options.usesColor)};
 }
 
 ExitStatus showRows(const RowsOptions& options, Session& session) {

@@ -38,8 +38,16 @@ void Session::print(std::string_view result) {
 
 void Session::fail(std::string_view message) {
     _hasFailed = true;
+    note(message);
+}
+
+void Session::note(std::string_view message) const {
     // Nobody is left to be told when this fails too.
     static_cast<void>(writeAll(STDERR_FILENO, fmt::format("exifcard: {}\n", displayLine(message))));
+}
+
+void Session::quote(std::string_view line) const {
+    static_cast<void>(writeAll(STDERR_FILENO, fmt::format("  {}\n", line)));
 }
 
 ExitStatus Session::refuse(std::string_view message) {

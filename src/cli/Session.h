@@ -34,6 +34,11 @@ public:
     /// One line about what went wrong ("cannot read a.jpg: no such file"); the run counts as failed.
     void fail(std::string_view message);
 
+    /// One line that is neither a result nor a failure.
+    void note(std::string_view message) const;
+    /// A line that belongs to the one before, set off from it; as it stands, so safe to show.
+    void quote(std::string_view line) const;
+
     /// The run counts as failed; what went wrong stands in the results.
     void countFailure() { _hasFailed = true; }
 

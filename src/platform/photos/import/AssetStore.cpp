@@ -107,11 +107,25 @@ void AssetStore::store(const ReadAsset& read, const std::string& folder) {
     asset.traits = isRaw ? kAssetTraitRAW : 0;
     asset.files.front().wholeFingerprint = identity.wholeFingerprint;
     chooseForBurst(asset, read.primary.facts.burstIdentifier);
+    if (isKnownAsItIs(asset)) {
+        return;
+    }
     if (!joinOtherHalf(asset)) {
         absorb(asset);
         _writer.storeAsset(asset);
         count(identity);
     }
+}
+
+/// One file of a group that cannot be read has the others read again and again, and nothing is new of them.
+bool AssetStore::isKnownAsItIs(const CatalogueAsset& asset) {
+    const auto known = asset.number != 0 ? _writer.asset(asset.number) : std::nullopt;
+    return known && std::ranges::is_permutation(
+                        known->files, asset.files, [](const CatalogueFile& before, const CatalogueFile& now) {
+                            return !before.isVanished && before.folder == now.folder &&
+                                   before.name == now.name && before.type == now.type &&
+                                   before.stamp == now.stamp;
+                        });
 }
 
 /// An asset whose one file becomes a part of this one has none left.

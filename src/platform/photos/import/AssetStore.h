@@ -43,6 +43,7 @@ public:
     const ImportCounts& counts() const { return _counts; }
 
 private:
+    bool isKnownAsItIs(const CatalogueAsset& asset);
     void absorb(const CatalogueAsset& asset);
     void chooseForBurst(CatalogueAsset& asset, const std::string& burst);
     bool joinOtherHalf(CatalogueAsset& asset);

@@ -172,6 +172,9 @@ ScannedFolder FolderScan::scan(const Pending& pending) {
     if (!isNew(descriptor.number())) {
         return refused("leads back to a folder that was read already");
     }
+    if (_onFolder) {
+        _onFolder(pending.path);
+    }
     return Listing(*this, pending, std::move(descriptor)).read();
 }
 

@@ -19,6 +19,9 @@ public:
     /// @param root  Absolute, without a slash at its end.
     FolderScan(std::string root, ProblemHandler onProblem);
 
+    /// Has every folder told before its entries are read.
+    void onFolder(std::function<void(const std::string& path)> handler) { _onFolder = std::move(handler); }
+
     /// The next folder, each before those in it; nothing at the end.
     std::optional<ScannedFolder> next();
 
@@ -33,6 +36,7 @@ private:
     ScannedFolder scan(const Pending& pending);
 
     ProblemHandler _onProblem;
+    std::function<void(const std::string&)> _onFolder;
     std::vector<Pending> _pending;                          // The next one is the last.
     std::set<std::pair<std::uint64_t, std::uint64_t>> _met; // Device and number of each folder.
 };

@@ -61,7 +61,7 @@ private:
 
 } // namespace
 
-ImportPlanner::ImportPlanner(CatalogueWriter& writer,
+ImportPlanner::ImportPlanner(CatalogueWriter* writer,
     const LibraryPlaces& places,
     ProblemHandler onProblem,
     std::function<void(std::size_t)> onScan)
@@ -76,6 +76,10 @@ void ImportPlanner::addTree(const std::string& folder) {
     if (!isGone(folder)) {
         FolderScan scan(folder, _onProblem);
         while (auto scanned = scan.next()) {
+            if (scanned->isEmpty && isPlaceOfUnpluggedDrive(scanned->path)) {
+                _onProblem({scanned->path, "is empty; what the library holds of it is kept"});
+                return;
+            }
             seen.push_back(scanned->path);
             compare(std::move(*scanned));
         }
@@ -84,10 +88,22 @@ void ImportPlanner::addTree(const std::string& folder) {
     addGoneFolders(folder, seen);
 }
 
+/// A root with nothing at all in it, of which something is known.
+bool ImportPlanner::isPlaceOfUnpluggedDrive(const std::string& folder) const {
+    const LibraryRoot* const root = _places.rootOf(folder);
+    const auto hasFiles = [this](const std::string& known) {
+        return std::ranges::any_of(_writer->filesInFolder(_places.numberOf(known)),
+            [](const CatalogueFile& file) { return !file.isVanished; });
+    };
+    return root != nullptr && root->path == folder &&
+           std::ranges::any_of(_places.foldersBelow(folder), hasFiles);
+}
+
 void ImportPlanner::addFolder(const std::string& folder) {
     if (isGone(folder)) {
         addGoneFolders(folder, {});
-    } else if (auto scanned = FolderScan(folder, _onProblem).next()) {
+    } else if (auto scanned = FolderScan(folder, _onProblem).next();
+               scanned && !(scanned->isEmpty && isPlaceOfUnpluggedDrive(folder))) {
         compare(std::move(*scanned));
     }
 }
@@ -95,7 +111,7 @@ void ImportPlanner::addFolder(const std::string& folder) {
 void ImportPlanner::compare(ScannedFolder scanned) {
     const std::int64_t number = _places.numberOf(scanned.path);
     const FolderComparison comparison(
-        number != 0 ? _writer.filesInFolder(number) : std::vector<CatalogueFile>(), scanned);
+        number != 0 ? _writer->filesInFolder(number) : std::vector<CatalogueFile>(), scanned);
     for (const CatalogueFile& file : comparison.missing()) {
         _plan.missing.push_back({scanned.path, file});
     }
@@ -127,7 +143,7 @@ void ImportPlanner::addGoneFolders(const std::string& tree, const std::vector<st
         if (std::ranges::binary_search(seen, folder) || !isGone(folder)) {
             continue;
         }
-        for (CatalogueFile& file : _writer.filesInFolder(_places.numberOf(folder))) {
+        for (CatalogueFile& file : _writer->filesInFolder(_places.numberOf(folder))) {
             if (!file.isVanished) {
                 _plan.missing.push_back({folder, std::move(file)});
             }

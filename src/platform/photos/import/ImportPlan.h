@@ -43,8 +43,9 @@ struct ImportPlan {
 /// Compares folders with what the library knows of them. Opens no file. For the thread of the writer.
 class ImportPlanner {
 public:
+    /// @param writer  Null: there is no library yet.
     /// @param onScan  Called after each folder with the number of files seen so far.
-    ImportPlanner(CatalogueWriter& writer,
+    ImportPlanner(CatalogueWriter* writer,
         const LibraryPlaces& places,
         ProblemHandler onProblem,
         std::function<void(std::size_t)> onScan = nullptr);
@@ -57,11 +58,12 @@ public:
     ImportPlan take() { return std::move(_plan); }
 
 private:
+    bool isPlaceOfUnpluggedDrive(const std::string& folder) const;
     void compare(ScannedFolder scanned);
     void addGoneFolders(const std::string& tree, const std::vector<std::string>& seen);
     void addGroup(FileGroup group, bool isNew);
 
-    CatalogueWriter& _writer;
+    CatalogueWriter* _writer;
     const LibraryPlaces& _places;
     ProblemHandler _onProblem;
     std::function<void(std::size_t)> _onScan;

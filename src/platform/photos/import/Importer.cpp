@@ -39,8 +39,9 @@ Importer::Importer(std::shared_ptr<PhotoCatalogue> catalogue, ImportHandlers han
 
 std::vector<std::string> Importer::roots() {
     CatalogueWriter writer(_catalogue);
+    const LibraryPlaces places(&writer);
     std::vector<std::string> paths;
-    for (const LibraryRoot& root : LibraryPlaces(writer).roots()) {
+    for (const LibraryRoot& root : places.roots()) {
         paths.push_back(root.path);
     }
     return paths;
@@ -54,7 +55,8 @@ ImportReport Importer::importTrees(std::vector<std::string> folders) {
                 places.addRoot(folder);
             }
         }
-        if (_catalogue->needsRebuild()) {
+        _isRebuilding = _catalogue->needsRebuild();
+        if (_isRebuilding) {
             for (const LibraryRoot& root : places.roots()) {
                 folders.push_back(root.path);
             }
@@ -78,9 +80,12 @@ ImportReport Importer::update(
 }
 
 ImportPlan Importer::plan(const std::vector<std::string>& folders) {
-    CatalogueWriter writer(_catalogue);
-    const LibraryPlaces places(writer);
-    ImportPlanner planner = plannerFor(writer, places);
+    std::optional<CatalogueWriter> writer;
+    if (!isGone(_catalogue->file())) {
+        writer.emplace(_catalogue);
+    }
+    const LibraryPlaces places(writer ? &*writer : nullptr);
+    ImportPlanner planner = plannerFor(writer ? &*writer : nullptr, places);
     for (const std::string& folder : outermost(folders)) {
         addTree(planner, places, folder);
     }
@@ -96,8 +101,8 @@ ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlace
             .error = fmt::format("cannot write in {}; check its rights and the disk", _catalogue->folder())};
     }
     CatalogueWriter writer(_catalogue);
-    LibraryPlaces places(writer);
-    ImportPlanner planner = plannerFor(writer, places);
+    LibraryPlaces places(&writer);
+    ImportPlanner planner = plannerFor(&writer, places);
     choose(planner, places);
     const ImportPlan plan = planner.take();
     AssetStore store(writer, places);
@@ -107,7 +112,7 @@ ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlace
         places.remove(folder);
     }
     writer.commit();
-    if (!writer.error()) {
+    if (!writer.error() && std::exchange(_isRebuilding, false)) {
         _catalogue->finishRebuild();
     }
     return {.assets = store.counts(),
@@ -116,7 +121,7 @@ ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlace
         .error = writer.error()};
 }
 
-ImportPlanner Importer::plannerFor(CatalogueWriter& writer, const LibraryPlaces& places) {
+ImportPlanner Importer::plannerFor(CatalogueWriter* writer, const LibraryPlaces& places) {
     const auto onScan = [this](std::size_t fileCount) { _handlers.onProgress({.fileCount = fileCount}); };
     return {writer, places, [this](const ImportProblem& problem) { tellProblem(problem); }, onScan};
 }

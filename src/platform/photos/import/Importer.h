@@ -38,6 +38,10 @@ struct ImportReport {
     std::size_t unchangedFiles = 0;
     std::size_t problems = 0;
     std::optional<std::string> error = std::nullopt; ///< Why it ended early: one sentence.
+
+    bool hasChanges() const {
+        return assets.added + assets.changed + assets.moved + assets.returned + assets.vanished > 0;
+    }
 };
 
 /// Takes folders into the photo library. What is unchanged is not opened; whatever happens, nothing is
@@ -62,13 +66,14 @@ private:
     void addTree(ImportPlanner& planner, const LibraryPlaces& places, const std::string& folder);
     void readAndStore(const ImportPlan& plan, AssetStore& store, CatalogueWriter& writer);
     std::vector<MissingFile> missingForSure(const ImportPlan& plan, const LibraryPlaces& places);
-    ImportPlanner plannerFor(CatalogueWriter& writer, const LibraryPlaces& places);
+    ImportPlanner plannerFor(CatalogueWriter* writer, const LibraryPlaces& places);
     void tellProblem(const ImportProblem& problem);
 
     std::shared_ptr<PhotoCatalogue> _catalogue;
     ImportHandlers _handlers;
     unsigned _jobs;
     std::size_t _problems = 0;
+    bool _isRebuilding = false; // The catalogue was lost, and all roots are read anew.
 };
 
 } // namespace exifcard

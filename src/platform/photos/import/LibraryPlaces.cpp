@@ -21,10 +21,14 @@ bool isWithin(std::string_view path, std::string_view folder) {
            (path.size() == folder.size() || path[folder.size()] == '/' || folder == "/");
 }
 
-LibraryPlaces::LibraryPlaces(CatalogueWriter& writer) : _writer(writer), _roots(writer.roots()) {
+LibraryPlaces::LibraryPlaces(CatalogueWriter* writer) : _writer(writer) {
+    if (_writer == nullptr) {
+        return;
+    }
+    _roots = _writer->roots();
     std::erase_if(_roots, [](const LibraryRoot& root) { return root.kind != kFolderKind; });
     for (const LibraryRoot& root : _roots) {
-        for (const LibraryFolder& folder : writer.foldersOfRoot(root.number)) {
+        for (const LibraryFolder& folder : _writer->foldersOfRoot(root.number)) {
             add(folder.path.empty() ? root.path : root.path + "/" + folder.path, folder.number);
         }
     }
@@ -42,7 +46,7 @@ const LibraryRoot* LibraryPlaces::rootOf(std::string_view folder) const {
 void LibraryPlaces::addRoot(const std::string& folder) {
     if (rootOf(folder) == nullptr) {
         LibraryRoot root{.path = folder};
-        root.number = _writer.storeRoot(root);
+        root.number = _writer->storeRoot(root);
         _roots.push_back(std::move(root));
     }
 }
@@ -58,17 +62,17 @@ std::int64_t LibraryPlaces::store(const std::string& folder) {
         return numberOf(folder);
     }
     if (numberOf(folder) == 0) {
-        add(folder, _writer.storeFolder(root->number, pathBelow(folder, *root)));
+        add(folder, _writer->storeFolder(root->number, pathBelow(folder, *root)));
     }
     const std::size_t slash = folder.rfind('/');
-    _writer.showFolderAsAlbum(numberOf(folder), std::string_view(folder).substr(slash + 1));
+    _writer->showFolderAsAlbum(numberOf(folder), std::string_view(folder).substr(slash + 1));
     return numberOf(folder);
 }
 
 void LibraryPlaces::remove(const std::string& folder) {
     const std::int64_t number = numberOf(folder);
     if (number != 0) {
-        _writer.removeFolder(number);
+        _writer->removeFolder(number);
         _paths.erase(number);
         _numbers.erase(folder);
     }

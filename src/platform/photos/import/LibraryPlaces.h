@@ -19,7 +19,8 @@ class CatalogueWriter;
 /// of the writer.
 class LibraryPlaces {
 public:
-    explicit LibraryPlaces(CatalogueWriter& writer);
+    /// @param writer  Null: there is no library yet.
+    explicit LibraryPlaces(CatalogueWriter* writer);
 
     /// Of this computer.
     const std::vector<LibraryRoot>& roots() const { return _roots; }
@@ -42,7 +43,7 @@ public:
 private:
     void add(const std::string& folder, std::int64_t number);
 
-    CatalogueWriter& _writer;
+    CatalogueWriter* _writer;
     std::vector<LibraryRoot> _roots;
     std::unordered_map<std::string, std::int64_t> _numbers;
     std::unordered_map<std::int64_t, std::string> _paths;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/photos/PHAsset.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace exifcard {
+
+class Session;
+
+/// Whether the text may be an asset's identifier or the first eight or more characters of one: digits, the
+/// letters A to F in either case, and dashes.
+bool isAssetName(const std::string& text);
+
+/// The asset of the library that has this identifier, or whose identifier alone begins so. Null without one.
+/// Blocks.
+PHAssetPtr assetNamed(const std::string& text);
+
+/// Declares ASSET…
+void declareAssets(CLI::App& app, std::vector<std::string>& names);
+/// The assets so named; of a name that is none of the library, one line is told. Blocks.
+std::vector<PHAssetPtr> assetsNamed(const std::vector<std::string>& names, Session& session);
+
+/// Where the asset's first file lies; nothing while it is elsewhere or gone. Blocks.
+std::optional<std::string> fileOfAsset(const PHAsset& asset);
+
+/// The file that a name stands for: a file's own name, or that of the asset so named. A name that is neither
+/// stands for itself.
+std::string fileNamed(const std::string& name);
+
+} // namespace exifcard
