@@ -20,6 +20,7 @@ std::span<const Command* const> allCommands() {
         &kAlbumsCommand,
         &kAlbumCommand,
         &kFavouriteCommand,
+        &kDoctorCommand,
         &kCompletionCommand,
     };
     return kCommands;

@@ -9,6 +9,7 @@ extern const Command kAlbumsCommand;
 extern const Command kCompletionCommand;
 extern const Command kConversationCommand;
 extern const Command kConversationsCommand;
+extern const Command kDoctorCommand;
 extern const Command kFavouriteCommand;
 extern const Command kFieldsCommand;
 extern const Command kImportCommand;

@@ -181,6 +181,21 @@ class ImportTest(LibraryTest):
         self.assertEqual(result.text, "2 added; 0 files unchanged\n")
         self.assertEqual(len(self.answer("list")), 2)
 
+    def test_a_damaged_catalogue_is_begun_anew_and_favourites_come_back(self):
+        self.put("canon-6d-elephants.jpg", "a.jpg")
+        self.put("leica-q2.jpg", "b.jpg")
+        self.take_in()
+        self.run_exifcard("favourite", "on", self.identifier("a.jpg"))
+        self.assertEqual(self.run_exifcard("doctor").status, 0)
+        for file in (self.home / "data" / "exifcard").glob("library.sqlite*"):
+            file.write_bytes(b"no database" * 1000)
+        self.assertEqual(self.run_exifcard("doctor").status, 1)
+        result = self.run_exifcard("import", str(self.photos))
+        self.assertEqual(result.status, 0, result.errors)
+        self.assertEqual(list(self.assets("--favourites")), ["a.jpg"])
+        self.assertEqual(len(self.assets()), 2)
+        self.assertEqual(self.run_exifcard("doctor").status, 0)
+
     def test_a_dry_run_writes_nothing(self):
         self.put("canon-6d-elephants.jpg", "a.jpg")
         found = self.answer("import", "--dry-run", str(self.photos))
