@@ -127,7 +127,8 @@ std::string assetsWithRows(const std::vector<PHAssetPtr>& assets, const SessionO
     for (const PHAssetPtr& asset : assets) {
         TextTable heading;
         heading.addRow(cellsOf(*asset));
-        text += (text.empty() ? "" : "\n") + heading.text(options.usesColor);
+        text += text.empty() ? "" : "\n";
+        text += heading.text(options.usesColor);
         const auto file = fileOfAsset(*asset);
         const auto record = file ? readPhoto(*file) : nullptr;
         text += record ? photoRowsText(*record, fields, options.usesColor) : "";

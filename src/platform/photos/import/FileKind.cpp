@@ -1,8 +1,8 @@
 #include "platform/photos/import/FileKind.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <iterator>
 
 namespace exifcard {
 namespace {
@@ -60,7 +60,6 @@ constexpr ExtensionKind kExtensions[] = {
     {"xmp", FileKind::Sidecar},
 };
 
-constexpr std::size_t kLongestExtension = 4;
 constexpr ExtensionKind kNoKind = {"", FileKind::Other};
 
 constexpr char lowered(char letter) {
@@ -69,14 +68,11 @@ constexpr char lowered(char letter) {
 
 const ExtensionKind& kindOfName(std::string_view name) {
     const std::size_t point = name.rfind('.');
-    if (name.starts_with('.') || point == std::string_view::npos ||
-        name.size() - point - 1 > kLongestExtension) {
+    if (name.starts_with('.') || point == std::string_view::npos) {
         return kNoKind;
     }
-    std::array<char, kLongestExtension> letters = {};
-    const auto* const end = std::ranges::transform(name.substr(point + 1), letters.begin(), lowered).out;
-    const std::string_view extension(letters.data(), static_cast<std::size_t>(end - letters.begin()));
-    const auto* const known = std::ranges::find(kExtensions, extension, &ExtensionKind::extension);
+    const auto* const known = std::ranges::find_if(kExtensions,
+        [&](const ExtensionKind& kind) { return hasLowerCase(name.substr(point + 1), kind.extension); });
     return known == std::end(kExtensions) ? kNoKind : *known;
 }
 
