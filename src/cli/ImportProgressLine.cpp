@@ -50,11 +50,11 @@ std::string importProgressText(const ImportProgress& progress, double seconds) {
                                                           static_cast<double>(progress.fileCount);
     const double megabytes = static_cast<double>(progress.bytesDone) / kBytesPerMegabyte;
     std::string text =
-        fmt::format("{} {} of {} files, {:.1f} of {:.1f} MB", bar(fraction), progress.filesDone,
+        fmt::format("{} {}/{} files, {:.0f}/{:.0f} MB", bar(fraction), progress.filesDone,
             progress.fileCount, megabytes, static_cast<double>(progress.sizeInBytes) / kBytesPerMegabyte);
     if (seconds >= kShortestMeasurement && fraction > 0) {
         // Most of a large file is never read, so that files tell the time left, not bytes.
-        text += fmt::format(", {:.1f} MB/s, {}", megabytes / seconds, timeLeft(seconds / fraction - seconds));
+        text += fmt::format(", {:.0f} MB/s, {}", megabytes / seconds, timeLeft(seconds / fraction - seconds));
     }
     return text;
 }

@@ -7,7 +7,7 @@
 
 namespace exifcard {
 
-/// "[=====>    ] 5000 of 10000 files, 20.1 of 40.0 MB, 12.3 MB/s, 0:02 left"; while folders are looked
+/// "[=====>    ] 5000/10000 files, 20/40 MB, 12 MB/s, 0:02 left"; while folders are looked
 /// through, how many photos were seen.
 /// @param seconds  Since reading began.
 std::string importProgressText(const ImportProgress& progress, double seconds);
