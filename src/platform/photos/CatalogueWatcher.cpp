@@ -107,17 +107,19 @@ struct CatalogueWatcher::State : std::enable_shared_from_this<State> {
         finishSnapshots();
         const PHChange change(held);
         for (const auto& observer : hearing) {
-            if (isObserving(*observer)) {
+            if (isObserving(observer)) {
                 observer->photoLibraryDidChange(change);
             }
         }
     }
 
-    /// Someone told before may have taken it off.
-    bool isObserving(const PHPhotoLibraryChangeObserver& observer) {
+    /// Someone told before may have taken it off. Compares owners, so that no observer ends with the lock
+    /// held.
+    bool isObserving(const std::shared_ptr<PHPhotoLibraryChangeObserver>& observer) {
         const std::scoped_lock lock(mutex);
-        return std::ranges::any_of(
-            observers, [&observer](const auto& other) { return other.lock().get() == &observer; });
+        return std::ranges::any_of(observers, [&observer](const auto& other) {
+            return !other.owner_before(observer) && !observer.owner_before(other);
+        });
     }
 };
 
@@ -159,16 +161,20 @@ void CatalogueWatcher::addObserver(const std::shared_ptr<PhotoCatalogue>& catalo
 }
 
 void CatalogueWatcher::removeObserver(const PHPhotoLibraryChangeObserver& observer) {
+    std::vector<std::shared_ptr<PHPhotoLibraryChangeObserver>> held; // Ends without the lock.
     const std::scoped_lock lock(_state->mutex);
-    std::erase_if(_state->observers, [&observer](const auto& other) {
-        const auto held = other.lock();
-        return held == nullptr || held.get() == &observer;
-    });
+    held = alive(_state->observers);
+    const auto found =
+        std::ranges::find(held, &observer, &std::shared_ptr<PHPhotoLibraryChangeObserver>::get);
+    if (found != held.end()) {
+        _state->observers.erase(_state->observers.begin() + (found - held.begin()));
+    }
 }
 
 void CatalogueWatcher::addSnapshot(const std::weak_ptr<OpenSnapshot>& snapshot) {
+    std::vector<std::shared_ptr<OpenSnapshot>> held; // Ends without the lock.
     const std::scoped_lock lock(_state->mutex);
-    alive(_state->snapshots);
+    held = alive(_state->snapshots);
     _state->snapshots.push_back(snapshot);
 }
 
