@@ -1,5 +1,6 @@
 #include "cli/Albums.h"
 #include "cli/AssetNames.h"
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/Session.h"
@@ -9,7 +10,6 @@
 #include "platform/photos/PHPhotoLibrary.h"
 #include "platform/photos/PhotoCatalogue.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <memory>
@@ -87,24 +87,24 @@ ExitStatus addToAlbum(const AlbumOptions& options, Session& session) {
         [&] { PHAssetCollectionChangeRequest::changeRequestForAssetCollection(*album).addAssets(assets); });
 }
 
-void declareName(CLI::App& app, AlbumOptions& options) {
-    app.add_option("NAME", options.name, "The album")->required()->type_name("NAME");
+void declareName(CommandOptions& command, AlbumOptions& options) {
+    command.value("NAME", options.name, "The album").required().named("NAME");
 }
 
-CommandAction declareCreate(CLI::App& app) {
+CommandAction declareCreate(CommandOptions& command) {
     auto options = std::make_shared<AlbumOptions>();
-    declareName(app, *options);
+    declareName(command, *options);
     return [options](Session& session) { return createAlbum(*options, session); };
 }
 
-CommandAction declareAdd(CLI::App& app) {
+CommandAction declareAdd(CommandOptions& command) {
     auto options = std::make_shared<AlbumOptions>();
-    declareName(app, *options);
-    declareAssets(app, options->assets);
+    declareName(command, *options);
+    declareAssets(command, options->assets);
     return [options](Session& session) { return addToAlbum(*options, session); };
 }
 
-CommandAction declareAlbums(CLI::App& /*app*/) {
+CommandAction declareAlbums(CommandOptions& /*command*/) {
     return listAlbums;
 }
 

@@ -1,11 +1,11 @@
 #include "cli/AssetNames.h"
 
+#include "cli/CommandOptions.h"
 #include "cli/Session.h"
 #include "platform/foundation/Predicate.h"
 #include "platform/photos/AssetFiles.h"
 #include "platform/photos/PhotoCatalogue.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -59,10 +59,10 @@ PHAssetPtr assetNamed(const std::string& text) {
     return found->count() == 1 ? found->firstObject() : nullptr;
 }
 
-void declareAssets(CLI::App& app, std::vector<std::string>& names) {
-    app.add_option("ASSET", names, "Assets by their identifiers, or by enough of the beginning")
-        ->required()
-        ->type_name("ASSET");
+void declareAssets(CommandOptions& command, std::vector<std::string>& names) {
+    command.value("ASSET", names, "Assets by their identifiers, or by enough of the beginning")
+        .required()
+        .named("ASSET");
 }
 
 std::vector<PHAssetPtr> assetsNamed(const std::vector<std::string>& names, Session& session) {

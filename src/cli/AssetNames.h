@@ -6,11 +6,9 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace exifcard {
+
+class CommandOptions;
 
 class Session;
 
@@ -23,7 +21,7 @@ bool isAssetName(const std::string& text);
 PHAssetPtr assetNamed(const std::string& text);
 
 /// Declares ASSET…
-void declareAssets(CLI::App& app, std::vector<std::string>& names);
+void declareAssets(CommandOptions& command, std::vector<std::string>& names);
 /// The assets so named; of a name that is none of the library, one line is told. Blocks.
 std::vector<PHAssetPtr> assetsNamed(const std::vector<std::string>& names, Session& session);
 

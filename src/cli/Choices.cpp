@@ -1,7 +1,6 @@
 #include "cli/Choices.h"
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include <CLI/CLI.hpp>
 
 #include <string_view>
 
@@ -21,12 +20,6 @@ std::vector<std::string> split(std::string_view text, char separator) {
 }
 
 } // namespace
-
-void limitToChoices(CLI::Option& option, const std::vector<std::string>& choices) {
-    // The validator's own description would stand behind the choices once more.
-    option.type_name(fmt::format("{}", fmt::join(choices, "|")));
-    option.check(CLI::IsMember(choices).description(""));
-}
 
 std::vector<std::string> choicesOf(const CLI::Option& option) {
     const std::string names = option.get_type_name();

@@ -1,16 +1,15 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <string>
 #include <vector>
 
+namespace CLI {
+class Option;
+}
+
 namespace exifcard {
 
-/// Lets the option take these values alone; help shows them and completion offers them.
-void limitToChoices(CLI::Option& option, const std::vector<std::string>& choices);
-
-/// The choices that `limitToChoices` gave the option; empty for others.
+/// The choices that an option is limited to; empty for others.
 std::vector<std::string> choicesOf(const CLI::Option& option);
 
 /// Names that stand for files: completion offers those of the folder.

@@ -3,11 +3,9 @@
 #include <functional>
 #include <span>
 
-namespace CLI {
-class App;
-}
-
 namespace exifcard {
+
+class CommandOptions;
 
 class Session;
 
@@ -27,7 +25,7 @@ struct Command {
     const char* summary;  ///< One line, without a full stop.
     const char* examples; ///< Lines that a user can type, each after a line that tells what it does.
     /// Declares the command's options and answers what runs it; null where only its subcommands run.
-    CommandAction (*declare)(CLI::App& app) = nullptr;
+    CommandAction (*declare)(CommandOptions& command) = nullptr;
     std::span<const Command> subcommands = {};
     bool walksAllCommands = false; ///< Needs the options of all commands, not of its own alone.
 };

@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 
+#include "cli/CommandOptions.h"
 #include "cli/GlobalOptions.h"
 #include "cli/HelpFormatter.h"
 #include "cli/Session.h"
@@ -29,7 +30,8 @@ void addCommand(CLI::App& parent, const Command& command, CommandTree& tree);
 /// Gives the command its options and subcommands.
 void fillCommand(CLI::App& app, const Command& command, CommandTree& tree) {
     if (command.declare != nullptr) {
-        tree.actions.emplace_back(&app, command.declare(app));
+        CommandOptions options(app);
+        tree.actions.emplace_back(&app, command.declare(options));
     } else {
         app.require_subcommand(1);
     }
@@ -105,7 +107,8 @@ ExitStatus runCommandLine(int argumentCount, char** arguments) {
     root.footer(kExamples);
     root.require_subcommand(1);
     root.fallthrough();
-    const auto globalOptions = declareGlobalOptions(root);
+    CommandOptions rootOptions(root);
+    const auto globalOptions = declareGlobalOptions(rootOptions);
     for (const Command* command : allCommands()) {
         addCommand(root, *command, tree);
     }

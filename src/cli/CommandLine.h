@@ -7,6 +7,10 @@
 #include <utility>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace exifcard {
 
 /// The command tree as it is parsed: each command of the table with its options.

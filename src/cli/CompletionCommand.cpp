@@ -1,9 +1,8 @@
 #include "cli/Choices.h"
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/CompletionScript.h"
 #include "cli/Session.h"
-
-#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <string>
@@ -11,13 +10,13 @@
 namespace exifcard {
 namespace {
 
-CommandAction declareCompletion(CLI::App& app) {
+CommandAction declareCompletion(CommandOptions& command) {
     auto shell = std::make_shared<std::string>();
-    limitToChoices(
-        *app.add_option("SHELL", *shell, "The shell that the script is for: bash, zsh or fish")->required(),
-        {"bash", "zsh", "fish"});
-    return [shell, root = app.get_parent()](Session& session) {
-        session.print(completionScript(*shell, *root));
+    command.value("SHELL", *shell, "The shell that the script is for: bash, zsh or fish")
+        .required()
+        .limitedTo({"bash", "zsh", "fish"});
+    return [shell, commandLine = &command.commandLine()](Session& session) {
+        session.print(completionScript(*shell, *commandLine));
         return session.status();
     };
 }

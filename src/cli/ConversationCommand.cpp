@@ -1,9 +1,8 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/ConversationOutput.h"
 #include "cli/Session.h"
 #include "platform/messages/ConversationStore.h"
-
-#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <optional>
@@ -42,14 +41,14 @@ ExitStatus showConversation(const ConversationOptions& options, Session& session
     return session.status();
 }
 
-CommandAction declareConversation(CLI::App& app) {
+CommandAction declareConversation(CommandOptions& command) {
     auto options = std::make_shared<ConversationOptions>();
-    app.add_option("NAME", options->name, "The conversation")
-        ->required()
-        ->type_name("NAME")
-        ->check(CLI::Validator(conversationNameFault, ""));
-    auto* const send = app.add_flag("--send", options->sends, "First send what waits in its input field");
-    app.add_flag("--discard", options->discards, "First drop what waits in its input field")->excludes(send);
+    command.value("NAME", options->name, "The conversation")
+        .required()
+        .named("NAME")
+        .checkedBy(conversationNameFault);
+    const auto send = command.flag("--send", options->sends, "First send what waits in its input field");
+    command.flag("--discard", options->discards, "First drop what waits in its input field").excluding(send);
     return [options](Session& session) { return showConversation(*options, session); };
 }
 

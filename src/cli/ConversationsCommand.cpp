@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/JsonWriter.h"
@@ -25,7 +26,7 @@ ExitStatus listConversations(Session& session) {
     return session.status();
 }
 
-CommandAction declareConversations(CLI::App& /*app*/) {
+CommandAction declareConversations(CommandOptions& /*command*/) {
     return listConversations;
 }
 

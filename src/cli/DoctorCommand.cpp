@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/JsonWriter.h"
@@ -15,7 +16,6 @@
 #include "platform/photos/import/Importer.h"
 #include "platform/photos/import/ScannedFile.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -161,7 +161,7 @@ ExitStatus examine(Session& session) {
     return session.status();
 }
 
-CommandAction declareDoctor(CLI::App& /*app*/) {
+CommandAction declareDoctor(CommandOptions& /*command*/) {
     return examine;
 }
 

@@ -1,10 +1,9 @@
 #include "cli/AssetNames.h"
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/Session.h"
 #include "platform/photos/PHAssetChangeRequest.h"
 #include "platform/photos/PHPhotoLibrary.h"
-
-#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <string>
@@ -29,18 +28,18 @@ ExitStatus setFavourites(const std::vector<std::string>& names, bool isFavourite
     return session.status();
 }
 
-CommandAction declareChange(CLI::App& app, bool isFavourite) {
+CommandAction declareChange(CommandOptions& command, bool isFavourite) {
     auto names = std::make_shared<std::vector<std::string>>();
-    declareAssets(app, *names);
+    declareAssets(command, *names);
     return [names, isFavourite](Session& session) { return setFavourites(*names, isFavourite, session); };
 }
 
-CommandAction declareOn(CLI::App& app) {
-    return declareChange(app, true);
+CommandAction declareOn(CommandOptions& command) {
+    return declareChange(command, true);
 }
 
-CommandAction declareOff(CLI::App& app) {
-    return declareChange(app, false);
+CommandAction declareOff(CommandOptions& command) {
+    return declareChange(command, false);
 }
 
 constexpr Command kSubcommands[] = {

@@ -1,11 +1,11 @@
 #include "cli/Choices.h"
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/FieldLists.h"
 #include "cli/JsonWriter.h"
 #include "cli/Session.h"
 #include "cli/TextTable.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -23,17 +23,15 @@ struct FieldsOptions {
     std::size_t position = 1; ///< From 1.
 };
 
-std::shared_ptr<FieldsOptions> declareListName(CLI::App& app) {
+std::shared_ptr<FieldsOptions> declareListName(CommandOptions& command) {
     auto options = std::make_shared<FieldsOptions>();
-    limitToChoices(*app.add_option("--list", options->list, "The list; default: card"), fieldListNames());
+    command.value("--list", options->list, "The list; default: card").limitedTo(fieldListNames());
     return options;
 }
 
-std::shared_ptr<FieldsOptions> declareListAndKey(CLI::App& app) {
-    auto options = declareListName(app);
-    app.add_option("KEY", options->key, "The field, as exifcard fields show names it")
-        ->required()
-        ->type_name("KEY");
+std::shared_ptr<FieldsOptions> declareListAndKey(CommandOptions& command) {
+    auto options = declareListName(command);
+    command.value("KEY", options->key, "The field, as exifcard fields show names it").required().named("KEY");
     return options;
 }
 
@@ -124,34 +122,32 @@ ExitStatus resetList(const FieldsOptions& fields, Session& session) {
     return session.status();
 }
 
-CommandAction declareList(CLI::App& /*app*/) {
+CommandAction declareList(CommandOptions& /*command*/) {
     return listLists;
 }
 
-CommandAction declareShow(CLI::App& app) {
-    return [options = declareListName(app)](Session& session) { return showList(*options, session); };
+CommandAction declareShow(CommandOptions& command) {
+    return [options = declareListName(command)](Session& session) { return showList(*options, session); };
 }
 
-CommandAction declareHide(CLI::App& app) {
-    return
-        [options = declareListAndKey(app)](Session& session) { return setHidden(*options, true, session); };
+CommandAction declareHide(CommandOptions& command) {
+    return [options = declareListAndKey(command)](
+               Session& session) { return setHidden(*options, true, session); };
 }
 
-CommandAction declareUnhide(CLI::App& app) {
-    return
-        [options = declareListAndKey(app)](Session& session) { return setHidden(*options, false, session); };
+CommandAction declareUnhide(CommandOptions& command) {
+    return [options = declareListAndKey(command)](
+               Session& session) { return setHidden(*options, false, session); };
 }
 
-CommandAction declareMove(CLI::App& app) {
-    auto options = declareListAndKey(app);
-    app.add_option("--to", options->position, "The place that it gets, 1 for the first")
-        ->required()
-        ->type_name("N");
+CommandAction declareMove(CommandOptions& command) {
+    auto options = declareListAndKey(command);
+    command.value("--to", options->position, "The place that it gets, 1 for the first").required().named("N");
     return [options](Session& session) { return moveField(*options, session); };
 }
 
-CommandAction declareReset(CLI::App& app) {
-    return [options = declareListName(app)](Session& session) { return resetList(*options, session); };
+CommandAction declareReset(CommandOptions& command) {
+    return [options = declareListName(command)](Session& session) { return resetList(*options, session); };
 }
 
 constexpr Command kSubcommands[] = {

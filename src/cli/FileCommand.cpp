@@ -2,6 +2,7 @@
 
 #include "cli/AssetNames.h"
 #include "cli/Choices.h"
+#include "cli/CommandOptions.h"
 #include "cli/DisplayText.h"
 #include "cli/InputNames.h"
 #include "cli/JsonWriter.h"
@@ -58,11 +59,12 @@ InputNames inputNames(const FileArguments& arguments) {
 
 } // namespace
 
-void declareFiles(CLI::App& app, FileArguments& arguments) {
-    app.add_option("FILE", arguments.names,
-           "Files or assets of the library; - reads their names from standard input, one a line")
-        ->type_name(kFileTypeName);
-    app.add_flag("-0,--null", arguments.isNulSeparated, "Names on standard input end with NUL");
+void declareFiles(CommandOptions& command, FileArguments& arguments) {
+    command
+        .value("FILE", arguments.names,
+            "Files or assets of the library; - reads their names from standard input, one a line")
+        .named(kFileTypeName);
+    command.flag("-0,--null", arguments.isNulSeparated, "Names on standard input end with NUL");
 }
 
 bool isOneFile(const FileArguments& arguments) {

@@ -18,7 +18,7 @@ struct FileArguments {
 };
 
 /// Declares FILE… and -0.
-void declareFiles(CLI::App& app, FileArguments& arguments);
+void declareFiles(CommandOptions& command, FileArguments& arguments);
 
 /// Whether exactly one file is named; names on standard input may be any number.
 bool isOneFile(const FileArguments& arguments);

@@ -1,10 +1,9 @@
 #include "cli/GlobalOptions.h"
 
 #include "cli/Choices.h"
+#include "cli/CommandOptions.h"
 #include "platform/foundation/Log.h"
 #include "platform/uivalues/UIScreen.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cstdlib>
@@ -46,21 +45,20 @@ std::string screenFault(const std::string& text) {
 
 } // namespace
 
-std::shared_ptr<GlobalOptions> declareGlobalOptions(CLI::App& root) {
+std::shared_ptr<GlobalOptions> declareGlobalOptions(CommandOptions& command) {
     auto options = std::make_shared<GlobalOptions>();
-    root.add_flag("--json", options->isJSON, "Print JSON, one object a line");
-    root.add_flag("-q,--quiet", options->isQuiet, "Show no progress");
-    limitToChoices(*root.add_flag("--color{always}", options->color, "Colour the text, or never do"),
-        {"auto", "always", "never"});
-    root.add_option("-j,--jobs", options->jobs, "Work on so many files at once; default: one for each core")
-        ->type_name("N")
-        ->check(CLI::Range(1U, kMostJobs).description(""));
-    root.add_option("--screen", options->screen, "Take the screen to be this large, in points and scale")
-        ->type_name("WxH@S")
-        ->check(CLI::Validator(screenFault, ""));
-    limitToChoices(
-        *root.add_option("--log", options->log, "Write debug lines to standard error or the system log"),
-        {"debug", "debug=system"});
+    command.flag("--json", options->isJSON, "Print JSON, one object a line");
+    command.flag("-q,--quiet", options->isQuiet, "Show no progress");
+    command.flag("--color{always}", options->color, "Colour the text, or never do")
+        .limitedTo({"auto", "always", "never"});
+    command.value("-j,--jobs", options->jobs, "Work on so many files at once; default: one for each core")
+        .named("N")
+        .between(1, kMostJobs);
+    command.value("--screen", options->screen, "Take the screen to be this large, in points and scale")
+        .named("WxH@S")
+        .checkedBy(screenFault);
+    command.value("--log", options->log, "Write debug lines to standard error or the system log")
+        .limitedTo({"debug", "debug=system"});
     return options;
 }
 

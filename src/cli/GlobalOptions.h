@@ -8,6 +8,8 @@
 
 namespace exifcard {
 
+class CommandOptions;
+
 /// The options that every command takes, as typed.
 struct GlobalOptions {
     bool isJSON = false;
@@ -19,7 +21,7 @@ struct GlobalOptions {
 };
 
 /// Declares them; they may stand before or after the command's name.
-std::shared_ptr<GlobalOptions> declareGlobalOptions(CLI::App& root);
+std::shared_ptr<GlobalOptions> declareGlobalOptions(CommandOptions& command);
 
 /// Puts log and screen into force.
 /// @return What the command needs to know.

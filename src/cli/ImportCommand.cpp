@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/ImportOutput.h"
@@ -6,7 +7,6 @@
 #include "platform/photos/PhotoCatalogue.h"
 #include "platform/photos/import/Importer.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <memory>
@@ -72,12 +72,12 @@ ExitStatus importFolders(const ImportOptions& options, Session& session) {
     return session.status();
 }
 
-CommandAction declareImport(CLI::App& app) {
+CommandAction declareImport(CommandOptions& command) {
     auto options = std::make_shared<ImportOptions>();
-    app.add_option("FOLDER", options->folders, "The folders; all below them is taken too")
-        ->required()
-        ->type_name("FOLDER");
-    app.add_flag("--dry-run", options->isDryRun, "Only tell what would be done");
+    command.value("FOLDER", options->folders, "The folders; all below them is taken too")
+        .required()
+        .named("FOLDER");
+    command.flag("--dry-run", options->isDryRun, "Only tell what would be done");
     return [options](Session& session) { return importFolders(*options, session); };
 }
 

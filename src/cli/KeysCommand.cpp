@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/Session.h"
@@ -64,7 +65,7 @@ ExitStatus listKeys(Session& session) {
     return session.status();
 }
 
-CommandAction declareKeys(CLI::App& /*app*/) {
+CommandAction declareKeys(CommandOptions& /*command*/) {
     return listKeys;
 }
 

@@ -2,6 +2,7 @@
 #include "cli/AssetNames.h"
 #include "cli/AssetOutput.h"
 #include "cli/Choices.h"
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/Session.h"
@@ -11,7 +12,6 @@
 #include "platform/photos/PHAssetCollection.h"
 #include "platform/photos/PhotoCatalogue.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -118,20 +118,19 @@ ExitStatus listAssets(const ListOptions& options, Session& session) {
     }
 }
 
-CommandAction declareList(CLI::App& app) {
+CommandAction declareList(CommandOptions& command) {
     auto options = std::make_shared<ListOptions>();
-    app.add_option("--album", options->album, "Those of this album")->type_name("NAME");
-    app.add_flag("--favourites", options->wantsFavourites, "Favourites alone");
-    app.add_option("--where", options->condition, "Those for which this holds, such as \"location != NULL\"")
-        ->type_name("PREDICATE");
-    limitToChoices(
-        *app.add_option("--sort", options->sort, "By which date, the newest first; default: created"),
-        {"created", "modified"});
-    app.add_flag("--ascending", options->isAscending, "The oldest first");
-    app.add_option("--page", options->page, "The next 50, and so on; default: 1")
-        ->type_name("N")
-        ->check(CLI::Range(std::size_t(1), std::size_t(100'000'000)).description(""));
-    app.add_flag("--rows", options->wantsRows, "With the metadata of each, as exifcard rows shows it");
+    command.value("--album", options->album, "Those of this album").named("NAME");
+    command.flag("--favourites", options->wantsFavourites, "Favourites alone");
+    command.value("--where", options->condition, "Those for which this holds, such as \"location != NULL\"")
+        .named("PREDICATE");
+    command.value("--sort", options->sort, "By which date, the newest first; default: created")
+        .limitedTo({"created", "modified"});
+    command.flag("--ascending", options->isAscending, "The oldest first");
+    command.value("--page", options->page, "The next 50, and so on; default: 1")
+        .named("N")
+        .between(1, 100'000'000);
+    command.flag("--rows", options->wantsRows, "With the metadata of each, as exifcard rows shows it");
     return [options](Session& session) { return listAssets(*options, session); };
 }
 

@@ -1,11 +1,11 @@
 #include "cli/OutputFile.h"
 
 #include "cli/Choices.h"
+#include "cli/CommandOptions.h"
 #include "platform/foundation/Data.h"
 #include "platform/foundation/FilePaths.h"
 #include "platform/foundation/URL.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <filesystem>
@@ -13,11 +13,11 @@
 
 namespace exifcard {
 
-void declareOutput(CLI::App& app, OutputOptions& options) {
-    app.add_option("-o,--output", options.target, "Write to this file; for several files a folder")
-        ->required()
-        ->type_name(kFileTypeName);
-    app.add_flag("--force", options.overwrites, "Replace files that are there");
+void declareOutput(CommandOptions& command, OutputOptions& options) {
+    command.value("-o,--output", options.target, "Write to this file; for several files a folder")
+        .required()
+        .named(kFileTypeName);
+    command.flag("--force", options.overwrites, "Replace files that are there");
 }
 
 bool isFolder(const OutputOptions& options) {

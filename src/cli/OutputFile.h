@@ -4,12 +4,9 @@
 #include <string>
 #include <string_view>
 
-namespace CLI {
-class App;
-}
-
 namespace exifcard {
 
+class CommandOptions;
 class Data;
 
 /// Where a command puts the files that it makes, as typed.
@@ -19,7 +16,7 @@ struct OutputOptions {
 };
 
 /// Declares -o and --force.
-void declareOutput(CLI::App& app, OutputOptions& options);
+void declareOutput(CommandOptions& command, OutputOptions& options);
 
 /// Whether the target is a folder, for any number of files.
 bool isFolder(const OutputOptions& options);

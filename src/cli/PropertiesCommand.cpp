@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/FileCommand.h"
 #include "cli/JsonWriter.h"
@@ -8,7 +9,6 @@
 #include "platform/foundation/Dictionary.h"
 #include "platform/imageio/CGImageSource.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <memory>
@@ -82,9 +82,9 @@ FileResult propertiesOf(const std::string& name, const SessionOptions& options) 
     return {.output = json.take() + "\n"};
 }
 
-CommandAction declareProperties(CLI::App& app) {
+CommandAction declareProperties(CommandOptions& command) {
     auto files = std::make_shared<FileArguments>();
-    declareFiles(app, *files);
+    declareFiles(command, *files);
     return [files](Session& session) {
         return runOverFiles(*files, session,
             [&session](const std::string& name) { return propertiesOf(name, session.options()); });

@@ -1,4 +1,5 @@
 #include "cli/Choices.h"
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/FieldLists.h"
 #include "cli/FileCommand.h"
@@ -8,7 +9,6 @@
 #include "metadata/ExifInformation.h"
 #include "metadata/FieldKeys.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <memory>
@@ -65,16 +65,16 @@ ExitStatus showRows(const RowsOptions& options, Session& session) {
         [&](const std::string& name) { return rowsOf(name, fields, session.options()); });
 }
 
-CommandAction declareRows(CLI::App& app) {
+CommandAction declareRows(CommandOptions& command) {
     auto options = std::make_shared<RowsOptions>();
-    declareFiles(app, options->files);
-    auto* const list = app.add_option(
+    declareFiles(command, options->files);
+    auto list = command.value(
         "--list", options->list, "Show the visible fields of this list; default: card, of videos card-video");
-    limitToChoices(*list, fieldListNames());
-    auto* const keys = app.add_option("--keys", options->keys, "Show these fields")->type_name("KEY,KEY");
-    auto* const allKeys = app.add_flag("--all-keys", options->wantsAllKeys, "Show every field there is");
-    keys->excludes(list)->excludes(allKeys);
-    allKeys->excludes(list);
+    list.limitedTo(fieldListNames());
+    auto keys = command.value("--keys", options->keys, "Show these fields").named("KEY,KEY");
+    auto allKeys = command.flag("--all-keys", options->wantsAllKeys, "Show every field there is");
+    keys.excluding(list).excluding(allKeys);
+    allKeys.excluding(list);
     return [options](Session& session) { return showRows(*options, session); };
 }
 

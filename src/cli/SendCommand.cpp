@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/CommandQueue.h"
 #include "cli/Commands.h"
 #include "cli/ConversationOutput.h"
@@ -11,8 +12,6 @@
 #include "platform/messages/ConversationStore.h"
 #include "sending/Conversations.h"
 #include "sending/PhotoSending.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <memory>
@@ -113,14 +112,14 @@ ExitStatus sendFiles(const SendOptions& options, Session& session) {
     });
 }
 
-CommandAction declareSend(CLI::App& app) {
+CommandAction declareSend(CommandOptions& command) {
     auto options = std::make_shared<SendOptions>();
-    declareFiles(app, options->files);
-    app.add_option("--to", options->conversation, "The conversation, which need not exist yet")
-        ->required()
-        ->type_name("NAME")
-        ->check(CLI::Validator(conversationNameFault, ""));
-    app.add_flag("--now", options->sendsNow, "Send it, instead of leaving it in the input field");
+    declareFiles(command, options->files);
+    command.value("--to", options->conversation, "The conversation, which need not exist yet")
+        .required()
+        .named("NAME")
+        .checkedBy(conversationNameFault);
+    command.flag("--now", options->sendsNow, "Send it, instead of leaving it in the input field");
     return [options](Session& session) { return sendFiles(*options, session); };
 }
 

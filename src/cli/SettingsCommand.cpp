@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/Session.h"
@@ -7,7 +8,6 @@
 #include "settings/PersistanceManager.h"
 #include "settings/SettingsTable.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -29,19 +29,16 @@ PersistanceManager& preferences() {
 }
 
 /// Declares KEY; other texts than keys are refused.
-CLI::Option& declareKey(CLI::App& app, SettingsOptions& options) {
+CommandOption declareKey(CommandOptions& command, SettingsOptions& options) {
     std::vector<std::string> keys;
     for (const Setting& setting : kSettings) {
         keys.emplace_back(setting.key);
     }
-    auto& option = *app.add_option("KEY", options.key, "The setting, as exifcard settings list names it");
-    option.type_name(fmt::format("{}", fmt::join(keys, "|")));
-    option.check(CLI::Validator(
-        [](const std::string& key) {
+    return command.value("KEY", options.key, "The setting, as exifcard settings list names it")
+        .named(fmt::format("{}", fmt::join(keys, "|")))
+        .checkedBy([](const std::string& key) {
             return settingForKey(key) == nullptr ? "there is no setting " + key : "";
-        },
-        ""));
-    return option;
+        });
 }
 
 /// The text that `settings set` takes for the same value; empty for nothing.
@@ -123,28 +120,26 @@ ExitStatus resetSettings(const SettingsOptions& options, Session& session) {
     return session.status();
 }
 
-CommandAction declareList(CLI::App& /*app*/) {
+CommandAction declareList(CommandOptions& /*command*/) {
     return listSettings;
 }
 
-CommandAction declareGet(CLI::App& app) {
+CommandAction declareGet(CommandOptions& command) {
     auto options = std::make_shared<SettingsOptions>();
-    declareKey(app, *options).required();
+    declareKey(command, *options).required();
     return [options](Session& session) { return getSetting(*options, session); };
 }
 
-CommandAction declareSet(CLI::App& app) {
+CommandAction declareSet(CommandOptions& command) {
     auto options = std::make_shared<SettingsOptions>();
-    declareKey(app, *options).required();
-    app.add_option("VALUE", options->value, "true or false, a number, or a text")
-        ->required()
-        ->type_name("VALUE");
+    declareKey(command, *options).required();
+    command.value("VALUE", options->value, "true or false, a number, or a text").required().named("VALUE");
     return [options](Session& session) { return setSetting(*options, session); };
 }
 
-CommandAction declareReset(CLI::App& app) {
+CommandAction declareReset(CommandOptions& command) {
     auto options = std::make_shared<SettingsOptions>();
-    declareKey(app, *options);
+    declareKey(command, *options);
     return [options](Session& session) { return resetSettings(*options, session); };
 }
 

@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/FileCommand.h"
@@ -5,8 +6,6 @@
 #include "cli/PhotoFile.h"
 #include "cli/Session.h"
 #include "metadata/ExifInformation.h"
-
-#include <CLI/CLI.hpp>
 
 #include <memory>
 #include <string>
@@ -26,9 +25,9 @@ FileResult shareTextOf(const std::string& name, bool isJSON) {
     return {.output = JsonWriter().beginObject().file(name).key("text").text(text).endObject().take() + "\n"};
 }
 
-CommandAction declareShare(CLI::App& app) {
+CommandAction declareShare(CommandOptions& command) {
     auto files = std::make_shared<FileArguments>();
-    declareFiles(app, *files);
+    declareFiles(command, *files);
     return [files](Session& session) {
         return runOverFiles(*files, session,
             [&session](const std::string& name) { return shareTextOf(name, session.options().isJSON); });

@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/FileCommand.h"
@@ -11,7 +12,6 @@
 #include "platform/imageio/CGImageThumbnail.h"
 #include "platform/imageio/ImageDrawing.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -21,14 +21,14 @@
 namespace exifcard {
 namespace {
 
-constexpr int kUsualSize = 512;
-constexpr int kLargestSize = 16384;
+constexpr unsigned kUsualSize = 512;
+constexpr unsigned kLargestSize = 16384;
 constexpr double kQuality = 0.85;
 
 struct ThumbnailOptions {
     FileArguments files;
     OutputOptions output;
-    int size = kUsualSize;
+    unsigned size = kUsualSize;
 };
 
 struct ImageFormat {
@@ -57,7 +57,7 @@ const ImageFormat* formatOf(const std::string& path) {
     return format != std::end(kFormats) ? format : nullptr;
 }
 
-std::shared_ptr<UIImage> thumbnailOfVideo(const URL& url, int size) {
+std::shared_ptr<UIImage> thumbnailOfVideo(const URL& url, unsigned size) {
     AVAssetImageGenerator generator(AVURLAsset::assetWithURL(url));
     generator.appliesPreferredTrackTransform = true;
     generator.maximumSize = {double(size), double(size)};
@@ -72,7 +72,7 @@ std::shared_ptr<UIImage> thumbnailOfVideo(const URL& url, int size) {
     return thumbnail;
 }
 
-std::shared_ptr<UIImage> thumbnailOfFile(const std::string& name, int size) {
+std::shared_ptr<UIImage> thumbnailOfFile(const std::string& name, unsigned size) {
     const URL url = urlOfFile(name);
     const auto source = CGImageSourceCreateWithURL(url);
     if (!source || CGImageSourceGetData(*source).empty()) {
@@ -82,7 +82,7 @@ std::shared_ptr<UIImage> thumbnailOfFile(const std::string& name, int size) {
         return thumbnailOfVideo(url, size);
     }
     return CGImageSourceCreateThumbnail(*source, CGImageSourceCopyPropertiesAtIndex(*source, 0),
-        {.maximumPixelSize = size, .createWithTransform = true});
+        {.maximumPixelSize = static_cast<int>(size), .createWithTransform = true});
 }
 
 FileResult makeThumbnail(
@@ -121,13 +121,13 @@ ExitStatus makeThumbnails(const ThumbnailOptions& options, Session& session) {
         [&](const std::string& name) { return makeThumbnail(name, options, session.options()); });
 }
 
-CommandAction declareThumbnail(CLI::App& app) {
+CommandAction declareThumbnail(CommandOptions& command) {
     auto options = std::make_shared<ThumbnailOptions>();
-    declareFiles(app, options->files);
-    declareOutput(app, options->output);
-    app.add_option("--size", options->size, "The longer side in pixels; default: 512. Nothing is enlarged")
-        ->type_name("N")
-        ->check(CLI::Range(1, kLargestSize).description(""));
+    declareFiles(command, options->files);
+    declareOutput(command, options->output);
+    command.value("--size", options->size, "The longer side in pixels; default: 512. Nothing is enlarged")
+        .named("N")
+        .between(1, kLargestSize);
     return [options](Session& session) { return makeThumbnails(*options, session); };
 }
 

@@ -1,3 +1,4 @@
+#include "cli/CommandOptions.h"
 #include "cli/Commands.h"
 #include "cli/ImportOutput.h"
 #include "cli/Session.h"
@@ -5,7 +6,6 @@
 #include "platform/photos/import/FolderWatch.h"
 #include "platform/photos/import/Importer.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -104,9 +104,9 @@ private:
     bool _hasToldIncompleteness = false;
 };
 
-CommandAction declareWatch(CLI::App& app) {
+CommandAction declareWatch(CommandOptions& command) {
     auto names = std::make_shared<std::vector<std::string>>();
-    app.add_option("FOLDER", *names, "The folders; default: all that the library has")->type_name("FOLDER");
+    command.value("FOLDER", *names, "The folders; default: all that the library has").named("FOLDER");
     return [names](Session& session) {
         const FileDescriptor stop = stopDescriptor(); // Before there are threads that a signal could reach.
         std::vector<std::string> folders;
