@@ -74,6 +74,13 @@ public:
         const auto offset = libraw_internal_data.internal_data.toffset;
         return offset > 0 ? static_cast<std::size_t>(offset) : 0;
     }
+
+    /// Where in the file the sensor's pixels of a CR3 end; 0 for other files, which do not all tell.
+    std::size_t pixelEnd() const {
+        const auto& unpacker = libraw_internal_data.unpacker_data;
+        const auto end = unpacker.data_offset + unpacker.data_size;
+        return unpacker.crx_track_selected >= 0 && end > 0 ? static_cast<std::size_t>(end) : 0;
+    }
 };
 
 /// One picture in LibRaw's hands, opened.
@@ -121,6 +128,9 @@ bool hasSensorPixels(const libraw_data_t& data) {
 }
 
 bool RawFile::unpack() {
+    if (_library.pixelEnd() > _bytes.size() + kMostMissingBytes) {
+        return false; // That decoder would leave the picture's memory as it got it, and be content.
+    }
     _stream.startCounting();
     return _library.unpack() == LIBRAW_SUCCESS && _stream.missingBytes() <= kMostMissingBytes &&
            hasSensorPixels(data());
