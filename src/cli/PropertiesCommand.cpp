@@ -62,7 +62,7 @@ std::string propertiesText(const Dictionary& properties, bool usesColor) {
             for (const auto& [name, element] : *group) {
                 table.addRow({name, readableValue(element)});
             }
-            text += "\n" + styled(key, TextStyle::Bold, usesColor) + "\n" + table.text(usesColor);
+            text += fmt::format("\n{}\n{}", styled(key, TextStyle::Bold, usesColor), table.text(usesColor));
         }
     }
     return text;
