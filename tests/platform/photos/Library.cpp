@@ -13,7 +13,8 @@ std::string Library::nameOf(const PHAsset& asset) {
 std::string Library::namesInOrder(const std::vector<PHAssetPtr>& assets) {
     std::string text;
     for (const PHAssetPtr& asset : assets) {
-        text += (text.empty() ? "" : " ") + (asset ? nameOf(*asset) : "null");
+        text += text.empty() ? "" : " ";
+        text += asset ? nameOf(*asset) : "null";
     }
     return text;
 }

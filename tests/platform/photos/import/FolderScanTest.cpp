@@ -27,12 +27,14 @@ protected:
         std::string text;
         std::string problems;
         FolderScan folders(_root, [&](const ImportProblem& problem) {
-            problems += "!" + problem.path.substr(_root.string().size()) + " " + problem.cause;
+            problems += '!';
+            problems += problem.path.substr(_root.string().size()) + " " + problem.cause;
         });
         while (const auto folder = folders.next()) {
             text += folder->path.substr(_root.string().size()) + "/:";
             for (const ScannedFile& file : folder->files) {
-                text += " " + file.name;
+                text += ' ';
+                text += file.name;
             }
             text += folder->isWhole ? "\n" : " …\n";
         }
