@@ -83,6 +83,10 @@ std::string importSummary(const ImportReport& report, bool isJSON) {
             text += fmt::format("{}{} {}", text.empty() ? "" : ", ", part.count, part.text);
         }
     }
+    if (report.unchangedFiles == 0) {
+        text = text.empty() ? (report.problems == 0 ? "No photos or videos there" : "Nothing new") : text;
+        return text + "\n";
+    }
     const std::string_view noun = report.unchangedFiles == 1 ? "file" : "files";
     return fmt::format(
         "{}; {} {} unchanged\n", text.empty() ? "Nothing new" : text, report.unchangedFiles, noun);

@@ -8,7 +8,7 @@
 #include "cli/Session.h"
 #include "platform/avfoundation/AVAsset.h"
 #include "platform/avfoundation/AVAssetImageGenerator.h"
-#include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/ASCII.h"
 #include "platform/imageio/CGImageThumbnail.h"
 #include "platform/imageio/ImageDrawing.h"
 
@@ -49,10 +49,7 @@ constexpr ImageFormat kFormats[] = {
 
 /// Null for an extension that tells of no kind.
 const ImageFormat* formatOf(const std::string& path) {
-    std::string extension = pathExtension(path);
-    std::ranges::transform(extension, extension.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter | 0x20) : letter;
-    });
+    const std::string extension = lowerCaseASCII(pathExtension(path));
     const auto* const format = std::ranges::find(kFormats, extension, &ImageFormat::extension);
     return format != std::end(kFormats) ? format : nullptr;
 }
@@ -61,15 +58,7 @@ std::shared_ptr<UIImage> thumbnailOfVideo(const URL& url, unsigned size) {
     AVAssetImageGenerator generator(AVURLAsset::assetWithURL(url));
     generator.appliesPreferredTrackTransform = true;
     generator.maximumSize = {double(size), double(size)};
-    std::shared_ptr<UIImage> thumbnail;
-    DispatchSemaphore isMade(0);
-    generator.generateCGImagesAsynchronouslyForTimes(
-        {{0, 1}}, [&](auto, const std::shared_ptr<UIImage>& image, auto, auto, const auto&) {
-            thumbnail = image;
-            isMade.signal();
-        });
-    isMade.wait();
-    return thumbnail;
+    return generator.copyCGImageAtTime(CMTime{});
 }
 
 std::shared_ptr<UIImage> thumbnailOfFile(const std::string& name, unsigned size) {

@@ -1,5 +1,6 @@
 #include "settings/SettingsTable.h"
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/Locale.h"
 
 #include <algorithm>
@@ -28,10 +29,7 @@ constexpr BooleanWord kBooleanWords[] = {
 };
 
 std::optional<Value> booleanFromText(std::string_view text) {
-    std::string lowered;
-    std::ranges::transform(text, std::back_inserter(lowered), [](unsigned char character) {
-        return static_cast<char>(character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character);
-    });
+    const std::string lowered = lowerCaseASCII(text);
     const auto* const found = std::ranges::find(kBooleanWords, lowered, &BooleanWord::word);
     return found != std::end(kBooleanWords) ? std::optional<Value>(found->value) : std::nullopt;
 }

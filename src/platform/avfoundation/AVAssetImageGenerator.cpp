@@ -79,7 +79,7 @@ DispatchQueue& generatorQueue() {
 
 } // namespace
 
-std::shared_ptr<UIImage> AVAssetImageGenerator::imageAtTime(CMTime time) const {
+std::shared_ptr<UIImage> AVAssetImageGenerator::copyCGImageAtTime(CMTime time) const {
     const auto tracks = _asset ? _asset->tracksWithMediaType(AVMediaTypeVideo) : std::vector<AVAssetTrack>();
     if (tracks.empty() || !tracks.front().isDecodable) {
         return nullptr;
@@ -101,7 +101,7 @@ void AVAssetImageGenerator::generateCGImagesAsynchronouslyForTimes(
     generatorQueue().async(
         [generator = *this, times = std::move(requestedTimes), handler = std::move(handler)] {
             for (const CMTime time : times) {
-                if (const auto image = generator.imageAtTime(time)) {
+                if (const auto image = generator.copyCGImageAtTime(time)) {
                     handler(time, image, time, AVAssetImageGeneratorResult::Succeeded, std::nullopt);
                 } else {
                     handler(time, nullptr, {}, AVAssetImageGeneratorResult::Failed, "Cannot Open");

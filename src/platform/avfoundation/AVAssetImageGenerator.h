@@ -34,12 +34,13 @@ public:
     bool appliesPreferredTrackTransform = false; ///< Turns the frames upright.
     CGSize maximumSize; ///< In pixels: frames are shrunk to fit; zero leaves them as they are.
 
+    /// The frame at that time, as the handler gets it; null where the asset has none.
+    std::shared_ptr<UIImage> copyCGImageAtTime(CMTime time) const;
+
     /// Calls the handler once for each time, on a queue of its own.
     void generateCGImagesAsynchronouslyForTimes(std::vector<CMTime> requestedTimes, Handler handler) const;
 
 private:
-    std::shared_ptr<UIImage> imageAtTime(CMTime time) const;
-
     std::shared_ptr<const AVURLAsset> _asset;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/foundation/DateFormatter.h"
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/NumericDatePattern.h"
 
 #include <unicode/gregocal.h>
@@ -52,10 +53,6 @@ std::unique_ptr<const icu::SimpleDateFormat> makeFormat(
     return format;
 }
 
-bool isAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return static_cast<signed char>(byte) >= 0; });
-}
-
 std::optional<Date> dateOfCalendar(const icu::Calendar& calendar) {
     auto status = U_ZERO_ERROR;
     const double milliseconds = calendar.getTime(status);
@@ -98,7 +95,7 @@ public:
             return std::nullopt;
         }
         // Digits of other scripts are ICU's.
-        return _numericPattern && isAscii(text) ? dateByNumbers(text) : dateByICU(text);
+        return _numericPattern && isASCII(text) ? dateByNumbers(text) : dateByICU(text);
     }
 
 private:

@@ -1,3 +1,4 @@
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/Array.h"
 #include "platform/foundation/Predicate.h"
 #include "platform/foundation/PredicateWords.h"
@@ -57,7 +58,7 @@ std::string textOfConstant(const Value& value) {
 /// The path, with "#" where it would be read as something else.
 std::string textOfPath(const std::string& path) {
     const auto firstKey = std::string_view(path).substr(0, path.find('.'));
-    const bool needsMark = isReservedPredicateWord(path) || isSameKeyword(firstKey, "SELF");
+    const bool needsMark = isReservedPredicateWord(path) || isEqualIgnoringCase(firstKey, "SELF");
     return needsMark ? "#" + path : path;
 }
 

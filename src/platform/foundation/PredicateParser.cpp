@@ -1,3 +1,4 @@
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/Array.h"
 #include "platform/foundation/Predicate.h"
 #include "platform/foundation/PredicateMatching.h"
@@ -23,7 +24,7 @@ struct NamedConstant {
 };
 
 bool isWord(const PredicateToken& token, std::string_view keyword) {
-    return token.kind == Kind::Word && isSameKeyword(token.source, keyword);
+    return token.kind == Kind::Word && isEqualIgnoringCase(token.source, keyword);
 }
 
 PredicatePtr makePredicate(Predicate::Node node) {
@@ -235,7 +236,7 @@ private:
         }
         constexpr std::string_view kSelfPrefix = "SELF.";
         const bool isOfSelf = token.source.size() > kSelfPrefix.size() &&
-                              isSameKeyword(token.source.substr(0, kSelfPrefix.size()), kSelfPrefix);
+                              isEqualIgnoringCase(token.source.substr(0, kSelfPrefix.size()), kSelfPrefix);
         return PredicateKeyPath{std::string(token.source.substr(isOfSelf ? kSelfPrefix.size() : 0))};
     }
 

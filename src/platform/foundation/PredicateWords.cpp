@@ -1,5 +1,7 @@
 #include "platform/foundation/PredicateWords.h"
 
+#include "platform/foundation/ASCII.h"
+
 #include <algorithm>
 
 namespace exifcard {
@@ -36,24 +38,17 @@ constexpr OperatorSpelling kOperators[] = {
 constexpr std::string_view kOtherKeywords[] = {"AND", "OR", "NOT", "TRUEPREDICATE", "FALSEPREDICATE", "CAST",
     "YES", "NO", "TRUE", "FALSE", "NULL", "NIL", "SELF"};
 
-char lowerCase(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 } // namespace
 
-bool isSameKeyword(std::string_view word, std::string_view keyword) {
-    return std::ranges::equal(word, keyword, {}, lowerCase, lowerCase);
-}
-
 bool isReservedPredicateWord(std::string_view word) {
-    const auto isWord = [word](std::string_view keyword) { return isSameKeyword(word, keyword); };
+    const auto isWord = [word](std::string_view keyword) { return isEqualIgnoringCase(word, keyword); };
     return predicateOperatorSpelled(word) || std::ranges::any_of(kOtherKeywords, isWord);
 }
 
 std::optional<PredicateOperator> predicateOperatorSpelled(std::string_view spelling) {
-    const auto isIt = [spelling](
-                          const OperatorSpelling& known) { return isSameKeyword(spelling, known.spelling); };
+    const auto isIt = [spelling](const OperatorSpelling& known) {
+        return isEqualIgnoringCase(spelling, known.spelling);
+    };
     const auto* const found = std::ranges::find_if(kOperators, isIt);
     return found != std::end(kOperators) ? std::optional(found->type) : std::nullopt;
 }

@@ -10,8 +10,6 @@ namespace exifcard {
 /// The platform writes a date in seconds from the start of 2001; this is it, in seconds since 1970.
 constexpr double kPredicateReferenceDate = 978307200;
 
-/// Whether two words differ at most in the case of ASCII letters.
-bool isSameKeyword(std::string_view word, std::string_view keyword);
 /// Whether the word is no key, unless "#" stands before it.
 bool isReservedPredicateWord(std::string_view word);
 

@@ -1,5 +1,7 @@
 #include "platform/foundation/TextMatching.h"
 
+#include "platform/foundation/ASCII.h"
+
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
@@ -14,18 +16,6 @@ namespace {
 
 /// ICU counts UTF-16 units in 32 bits, and a letter may become several.
 constexpr std::size_t kLongestFoldedText = std::numeric_limits<std::int32_t>::max() / 32;
-
-bool isAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char byte) { return static_cast<signed char>(byte) >= 0; });
-}
-
-std::string lowerCaseAscii(std::string_view text) {
-    std::string lowerCase(text);
-    std::ranges::transform(lowerCase, lowerCase.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return lowerCase;
-}
 
 icu::UnicodeString withoutMarks(const icu::UnicodeString& text) {
     auto status = U_ZERO_ERROR;
@@ -86,8 +76,8 @@ std::string foldedText(std::string_view text, bool isCaseIgnored, bool areDiacri
     if ((!isCaseIgnored && !areDiacriticsIgnored) || text.size() > kLongestFoldedText) {
         return std::string(text);
     }
-    if (isAscii(text)) {
-        return isCaseIgnored ? lowerCaseAscii(text) : std::string(text);
+    if (isASCII(text)) {
+        return isCaseIgnored ? lowerCaseASCII(text) : std::string(text);
     }
     auto folded = icu::UnicodeString::fromUTF8(text);
     if (areDiacriticsIgnored) {

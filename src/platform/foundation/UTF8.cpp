@@ -1,5 +1,7 @@
 #include "platform/foundation/UTF8.h"
 
+#include "platform/foundation/ASCII.h"
+
 #include <unicode/ustring.h>
 
 #include <algorithm>
@@ -9,8 +11,7 @@
 namespace exifcard {
 
 bool isValidUTF8(std::string_view text) {
-    const auto isAscii = [](char character) { return static_cast<unsigned char>(character) < 0x80; };
-    if (std::ranges::all_of(text, isAscii)) {
+    if (isASCII(text)) {
         return true; // Most texts, and much faster.
     }
     if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {

@@ -262,4 +262,11 @@ std::vector<XmpProperty> propertiesFromXmpPacket(std::span<const std::uint8_t> p
     return properties;
 }
 
+const std::string* firstXmpValue(
+    std::span<const XmpProperty> packet, XmpNamespace space, std::string_view name) {
+    const auto found = std::ranges::find_if(packet,
+        [&](const XmpProperty& property) { return property.space == space && property.name == name; });
+    return found == packet.end() ? nullptr : &found->values.front();
+}
+
 } // namespace exifcard

@@ -41,4 +41,8 @@ struct XmpProperty {
 ///         with a document type (an XMP packet has none) and for a packet that holds no such vocabulary.
 std::vector<XmpProperty> propertiesFromXmpPacket(std::span<const std::uint8_t> packet);
 
+/// The first value of the property; null where the packet has none of that name.
+const std::string* firstXmpValue(
+    std::span<const XmpProperty> packet, XmpNamespace space, std::string_view name);
+
 } // namespace exifcard

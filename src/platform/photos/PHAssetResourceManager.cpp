@@ -1,11 +1,10 @@
 #include "platform/photos/PHAssetResourceManager.h"
 
-#include "platform/foundation/OperationQueue.h"
 #include "platform/photos/Authorization.h"
 #include "platform/photos/PHAssetResource.h"
 #include "platform/photos/PhotoCatalogue.h"
 #include "platform/photos/RenditionFile.h"
-#include "platform/photos/RequestTable.h"
+#include "platform/photos/SerialRequests.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,13 +15,8 @@ namespace {
 /// Small enough to stop soon after a cancel.
 constexpr std::size_t kChunkInBytes = 256 * 1024;
 
-struct Requests {
-    OperationQueue queue{1};
-    RequestTable table;
-};
-
-Requests& requests() {
-    static auto* const all = new Requests; // Requests may end after everything else.
+SerialRequests& requests() {
+    static auto* const all = new SerialRequests; // Requests may end after everything else.
     return *all;
 }
 

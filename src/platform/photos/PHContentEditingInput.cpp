@@ -1,11 +1,11 @@
 #include "platform/photos/PHContentEditingInput.h"
 
 #include "platform/foundation/DispatchQueue.h"
-#include "platform/foundation/OperationQueue.h"
 #include "platform/photos/Authorization.h"
 #include "platform/photos/PHAsset.h"
 #include "platform/photos/PhotoCatalogue.h"
 #include "platform/photos/RequestInfo.h"
+#include "platform/photos/SerialRequests.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,13 +13,8 @@
 namespace exifcard {
 namespace {
 
-struct Requests {
-    OperationQueue queue{1};
-    RequestTable table;
-};
-
-Requests& requests() {
-    static auto* const all = new Requests; // Requests may end after everything else.
+SerialRequests& requests() {
+    static auto* const all = new SerialRequests; // Requests may end after everything else.
     return *all;
 }
 

@@ -3,7 +3,6 @@
 #include "platform/avfoundation/AVAsset.h"
 #include "platform/avfoundation/AVAssetImageGenerator.h"
 #include "platform/coreimage/CIFilter.h"
-#include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/URL.h"
 #include "platform/imageio/ImageDrawing.h"
 #include "platform/uivalues/UIImage.h"
@@ -18,21 +17,9 @@ constexpr WantedPicture kThumbnail{
 
 /// The first frame, upright.
 std::shared_ptr<UIImage> frameOfVideo(const std::string& path) {
-    const auto video = AVURLAsset::assetWithURL(URL::fileURLWithPath(path));
-    if (!video) {
-        return nullptr;
-    }
-    AVAssetImageGenerator generator(video);
+    AVAssetImageGenerator generator(AVURLAsset::assetWithURL(URL::fileURLWithPath(path)));
     generator.appliesPreferredTrackTransform = true;
-    std::shared_ptr<UIImage> frame;
-    DispatchSemaphore done(0);
-    generator.generateCGImagesAsynchronouslyForTimes(
-        {CMTime{}}, [&frame, &done](auto, const std::shared_ptr<UIImage>& image, auto, auto, const auto&) {
-            frame = image;
-            done.signal();
-        });
-    done.wait();
-    return frame;
+    return generator.copyCGImageAtTime(CMTime{});
 }
 
 /// Undecoded.

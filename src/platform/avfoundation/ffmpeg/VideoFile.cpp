@@ -1,5 +1,7 @@
 #include "platform/avfoundation/ffmpeg/VideoFile.h"
 
+#include "platform/foundation/ProcessorTime.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
@@ -10,7 +12,6 @@ extern "C" {
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <ctime>
 #include <utility>
 
 namespace exifcard {
@@ -36,13 +37,6 @@ constexpr AVCodecID kDecodable[] = {AV_CODEC_ID_H264, AV_CODEC_ID_HEVC, AV_CODEC
     AV_CODEC_ID_MPEG2VIDEO, AV_CODEC_ID_PRORES, AV_CODEC_ID_DNXHD, AV_CODEC_ID_DVVIDEO, AV_CODEC_ID_WMV3,
     AV_CODEC_ID_VC1, AV_CODEC_ID_THEORA};
 
-/// Of the calling thread, so that a busy machine fails no file.
-double processorSeconds() {
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
 void setUpLibrary() {
     static const bool isDone = [] {
         av_log_set_level(AV_LOG_QUIET);
@@ -65,13 +59,13 @@ int refuseOtherFiles(AVFormatContext* /*context*/,
 struct VideoFile::State {
     std::span<const std::uint8_t> bytes;
     std::size_t position = 0;
-    double deadline = processorSeconds() + kMostSeconds;
+    double deadline = processorSecondsOfThread() + kMostSeconds;
     AVIOContext* io = nullptr;
     AVFormatContext* context = nullptr;
 
     static int read(void* opaque, std::uint8_t* buffer, int size) {
         auto& state = *static_cast<State*>(opaque);
-        if (processorSeconds() > state.deadline) {
+        if (processorSecondsOfThread() > state.deadline) {
             return AVERROR_EXIT;
         }
         const std::size_t rest = state.bytes.size() - state.position;
@@ -103,7 +97,7 @@ struct VideoFile::State {
     }
 
     static int isOverdue(void* opaque) {
-        return processorSeconds() > static_cast<State*>(opaque)->deadline ? 1 : 0;
+        return processorSecondsOfThread() > static_cast<State*>(opaque)->deadline ? 1 : 0;
     }
 
     bool makeContext();

@@ -1,10 +1,11 @@
 #include "platform/coreimage/libraw/RawDecoder.h"
 
+#include "platform/foundation/ProcessorTime.h"
+
 #include <libraw/libraw.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <ctime>
 #include <iterator>
 #include <memory>
 #include <utility>
@@ -24,12 +25,6 @@ constexpr int kSrgb = 1;
 
 // LibRaw's turn is a sum: 4 exchanges rows and columns, after 2 upside down and 1 left to right.
 constexpr int kExifOfFlip[] = {1, 2, 4, 3, 5, 8, 6, 7};
-
-double processorSeconds() {
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
 
 /// Counts what is asked for beyond the end of the file: most decoders take the rest for zeros.
 class CountingStream : public LibRaw_buffer_datastream {
@@ -99,13 +94,13 @@ private:
     explicit RawFile(std::span<const std::uint8_t> bytes) : _bytes(bytes), _stream(bytes) {}
 
     static int isOverdue(void* file, LibRaw_progress /*stage*/, int /*iteration*/, int /*expected*/) {
-        return processorSeconds() > static_cast<RawFile*>(file)->_deadline ? 1 : 0;
+        return processorSecondsOfThread() > static_cast<RawFile*>(file)->_deadline ? 1 : 0;
     }
 
     std::span<const std::uint8_t> _bytes;
     CountingStream _stream; // Outlives the library, which reads from it.
     Library _library;
-    double _deadline = processorSeconds() + kMostSeconds;
+    double _deadline = processorSecondsOfThread() + kMostSeconds;
 };
 
 std::unique_ptr<RawFile> RawFile::open(std::span<const std::uint8_t> bytes) {

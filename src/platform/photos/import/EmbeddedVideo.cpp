@@ -23,12 +23,6 @@ constexpr std::size_t kTrailerEntrySize = 12;
 constexpr std::uint16_t kTrailerVideo = 0x0a30;
 constexpr std::size_t kTrailerBlockHeaderSize = 8;
 
-const std::string* textOf(const std::vector<XmpProperty>& packet, XmpNamespace space, std::string_view name) {
-    const auto found = std::ranges::find_if(packet,
-        [&](const XmpProperty& property) { return property.space == space && property.name == name; });
-    return found == packet.end() ? nullptr : &found->values.front();
-}
-
 /// 0 for what is no number of bytes.
 std::size_t sizeFromText(const std::string* text) {
     std::size_t size = 0;
@@ -59,7 +53,7 @@ std::optional<EmbeddedVideo> videoOfDirectory(const Data& file, const std::vecto
     for (std::size_t part = kMostParts; part > 0; --part) {
         const std::string path = "Directory[" + std::to_string(part) + "]/Item/";
         const auto member = [&](std::string_view name) {
-            return textOf(packet, XmpNamespace::GoogleContainer, path + std::string(name));
+            return firstXmpValue(packet, XmpNamespace::GoogleContainer, path + std::string(name));
         };
         const std::size_t length = sizeFromText(member("Length"));
         for (const std::size_t size : {sizeFromText(member("Padding")), length}) { // The padding comes last.
@@ -77,7 +71,8 @@ std::optional<EmbeddedVideo> videoOfDirectory(const Data& file, const std::vecto
 }
 
 std::optional<EmbeddedVideo> videoOfOffset(const Data& file, const std::vector<XmpProperty>& packet) {
-    const std::size_t distance = sizeFromText(textOf(packet, XmpNamespace::GoogleCamera, "MicroVideoOffset"));
+    const std::size_t distance =
+        sizeFromText(firstXmpValue(packet, XmpNamespace::GoogleCamera, "MicroVideoOffset"));
     return videoBeforeEnd(file, distance, distance);
 }
 

@@ -1,5 +1,7 @@
 #include "platform/photos/import/FileKind.h"
 
+#include "platform/foundation/ASCII.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -62,17 +64,14 @@ constexpr ExtensionKind kExtensions[] = {
 
 constexpr ExtensionKind kNoKind = {"", FileKind::Other};
 
-constexpr char lowered(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 const ExtensionKind& kindOfName(std::string_view name) {
     const std::size_t point = name.rfind('.');
     if (name.starts_with('.') || point == std::string_view::npos) {
         return kNoKind;
     }
-    const auto* const known = std::ranges::find_if(kExtensions,
-        [&](const ExtensionKind& kind) { return hasLowerCase(name.substr(point + 1), kind.extension); });
+    const auto* const known = std::ranges::find_if(kExtensions, [&](const ExtensionKind& kind) {
+        return isEqualIgnoringCase(name.substr(point + 1), kind.extension);
+    });
     return known == std::end(kExtensions) ? kNoKind : *known;
 }
 
@@ -96,13 +95,7 @@ bool isPairableVideo(std::string_view name) {
 }
 
 std::string shotOfName(std::string_view name) {
-    std::string shot(name.substr(0, name.rfind('.')));
-    std::ranges::transform(shot, shot.begin(), lowered);
-    return shot;
-}
-
-bool hasLowerCase(std::string_view text, std::string_view lowerCase) {
-    return std::ranges::equal(text, lowerCase, {}, lowered);
+    return lowerCaseASCII(name.substr(0, name.rfind('.')));
 }
 
 } // namespace exifcard

@@ -26,7 +26,4 @@ bool isPairableVideo(std::string_view name);
 /// The name without its extension, in lower case where it is ASCII: the files of one shot share it.
 std::string shotOfName(std::string_view name);
 
-/// Whether `text` is `lowerCase` but for the case of ASCII letters.
-bool hasLowerCase(std::string_view text, std::string_view lowerCase);
-
 } // namespace exifcard

@@ -2,13 +2,13 @@
 
 #include "platform/foundation/FileDescriptor.h"
 #include "platform/foundation/FileFault.h"
+#include "platform/foundation/TemporaryFiles.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <memory>
-#include <system_error>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -19,10 +19,6 @@ namespace {
 
 /// Deeper than people nest; a path of this depth is near the longest that the system opens.
 constexpr int kMostDepth = 256;
-
-std::string causeOfError(int error) {
-    return std::generic_category().message(error);
-}
 
 std::int64_t nanoseconds(const timespec& time) {
     constexpr std::int64_t kPerSecond = 1'000'000'000;
@@ -91,7 +87,7 @@ private:
         errno = 0;
         const dirent* const entry = _folder ? readdir(_folder.get()) : nullptr;
         if (entry == nullptr && errno != 0) {
-            failed(_pending.path, causeOfError(errno));
+            failed(_pending.path, lastFileError());
         }
         return entry;
     }
@@ -116,7 +112,7 @@ private:
         struct stat status {};
         if (fstatat(_descriptor, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
             if (errno != ENOENT) { // Else it has just been taken away.
-                failed(pathOf(name), causeOfError(errno));
+                failed(pathOf(name), lastFileError());
             }
         } else if (S_ISDIR(status.st_mode)) {
             _folders.push_back(pathOf(name));
@@ -167,7 +163,7 @@ ScannedFolder FolderScan::scan(const Pending& pending) {
     FileDescriptor descriptor(
         open(pending.path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
     if (!descriptor.isOpen()) {
-        return refused(causeOfError(errno));
+        return refused(lastFileError());
     }
     if (!isNew(descriptor.number())) {
         return refused("leads back to a folder that was read already");

@@ -1,11 +1,11 @@
 #include "platform/photos/import/PictureFacts.h"
 
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/Array.h"
 #include "platform/imageio/CGImageSource.h"
 #include "platform/imageio/ImageProperties.h"
 #include "platform/imageio/XmpPacket.h"
 #include "platform/photos/import/CaptureDate.h"
-#include "platform/photos/import/FileKind.h"
 #include "platform/uivalues/UIImage.h"
 
 #include <algorithm>
@@ -16,11 +16,9 @@
 namespace exifcard {
 namespace {
 
-// Bits of `mediaSubtypes`.
-constexpr std::uint64_t kPanorama = 1;
-constexpr std::uint64_t kHDR = 2;
-constexpr std::uint64_t kScreenshot = 4;
-constexpr std::uint64_t kDepthEffect = 16;
+constexpr std::uint64_t kPanorama = kPHAssetMediaSubtypePhotoPanorama;
+constexpr std::uint64_t kHDR = kPHAssetMediaSubtypePhotoHDR;
+constexpr std::uint64_t kDepthEffect = kPHAssetMediaSubtypePhotoDepthEffect;
 
 // Keys of "{MakerApple}".
 constexpr std::string_view kAppleHDRImageType = "10";
@@ -116,24 +114,18 @@ void addPixels(MediaFacts& facts, const Dictionary& properties) {
     }
 }
 
-const std::string* textOf(const std::vector<XmpProperty>& packet, XmpNamespace space, std::string_view name) {
-    const auto found = std::ranges::find_if(packet,
-        [&](const XmpProperty& property) { return property.space == space && property.name == name; });
-    return found == packet.end() ? nullptr : &found->values.front();
-}
-
 /// What only the packet tells: panoramas, depth maps and bursts of other makers' phones.
 void addPacket(MediaFacts& facts, const std::vector<XmpProperty>& packet) {
     const auto isOf = [](XmpNamespace space) {
         return [space](const XmpProperty& property) { return property.space == space; };
     };
-    if (textOf(packet, XmpNamespace::GooglePanorama, "ProjectionType") != nullptr) {
+    if (firstXmpValue(packet, XmpNamespace::GooglePanorama, "ProjectionType") != nullptr) {
         facts.mediaSubtypes |= kPanorama;
     }
     if (std::ranges::any_of(packet, isOf(XmpNamespace::GoogleDepthMap))) {
         facts.mediaSubtypes |= kDepthEffect;
     }
-    if (const auto* const burst = textOf(packet, XmpNamespace::GoogleCamera, "BurstID")) {
+    if (const auto* const burst = firstXmpValue(packet, XmpNamespace::GoogleCamera, "BurstID")) {
         facts.burstIdentifier = *burst;
     }
 }
@@ -155,7 +147,7 @@ bool isAnimated(const CGImageSource& source) {
 
 bool isScreenshotName(std::string_view name) {
     return std::ranges::any_of(kScreenshotNames, [name](std::string_view beginning) {
-        return hasLowerCase(name.substr(0, beginning.size()), beginning);
+        return isEqualIgnoringCase(name.substr(0, beginning.size()), beginning);
     });
 }
 
@@ -212,7 +204,8 @@ std::optional<MediaFacts> factsOfPicture(const Data& file, std::string_view name
     facts.isAnimated = isAnimated(*source);
     facts.captureDate = dateFromProperties(*properties);
     facts.location = locationFromProperties(*properties);
-    facts.mediaSubtypes = appleSubtypes(*properties) | (isScreenshot(*properties, name) ? kScreenshot : 0);
+    facts.mediaSubtypes = appleSubtypes(*properties) |
+                          (isScreenshot(*properties, name) ? kPHAssetMediaSubtypePhotoScreenshot : 0);
     addPixels(facts, *properties);
     addDescription(facts, *properties);
     const Section maker(*properties, kCGImagePropertyMakerAppleDictionary);

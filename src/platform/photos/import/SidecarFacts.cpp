@@ -6,7 +6,6 @@
 #include "platform/photos/import/CaptureDate.h"
 #include "platform/photos/import/PictureFacts.h"
 
-#include <algorithm>
 #include <string_view>
 
 namespace exifcard {
@@ -28,11 +27,8 @@ constexpr DateProperty kDates[] = {
 std::optional<Date> dateFromPacket(const Data& sidecar) {
     const auto packet = propertiesFromXmpPacket(sidecar.bytes());
     for (const DateProperty& date : kDates) {
-        const auto found = std::ranges::find_if(packet, [&](const XmpProperty& property) {
-            return property.space == date.space && property.name == date.name;
-        });
-        if (found != packet.end()) {
-            return captureDate(found->values.front());
+        if (const std::string* const text = firstXmpValue(packet, date.space, date.name)) {
+            return captureDate(*text);
         }
     }
     return std::nullopt;

@@ -2,9 +2,9 @@
 
 #include "platform/avfoundation/AVAsset.h"
 #include "platform/corelocation/ISO6709.h"
+#include "platform/foundation/ASCII.h"
 #include "platform/foundation/URL.h"
 #include "platform/photos/import/CaptureDate.h"
-#include "platform/photos/import/FileKind.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,11 +12,6 @@
 
 namespace exifcard {
 namespace {
-
-// Bits of `mediaSubtypes`.
-constexpr std::uint64_t kHighFrameRate = 0x2'0000;
-constexpr std::uint64_t kTimeLapse = 0x4'0000;
-constexpr std::uint64_t kScreenRecording = 0x8'0000;
 
 constexpr std::string_view kContentIdentifierKey = "com.apple.quicktime.content.identifier";
 constexpr std::string_view kCaptureModeKey = "com.apple.photos.captureMode";
@@ -45,7 +40,7 @@ constexpr TypeOfExtension kTypes[] = {
 std::string typeOfPath(std::string_view path) {
     for (const TypeOfExtension& type : kTypes) {
         if (path.size() >= type.extension.size() &&
-            hasLowerCase(path.substr(path.size() - type.extension.size()), type.extension)) {
+            isEqualIgnoringCase(path.substr(path.size() - type.extension.size()), type.extension)) {
             return std::string(type.type);
         }
     }
@@ -69,10 +64,11 @@ std::uint64_t subtypesOf(const AVURLAsset& video, const AVAssetTrack& track, std
         captureRate.doubleValue() > 0 && captureRate.doubleValue() < kLowestOrdinaryRate;
     const bool isTimeLapse = textOf(video, kCaptureModeKey) == "Time-lapse" || isSlowCapture;
     const bool isRecording = std::ranges::any_of(kRecordingNames, [name](std::string_view beginning) {
-        return hasLowerCase(name.substr(0, beginning.size()), beginning);
+        return isEqualIgnoringCase(name.substr(0, beginning.size()), beginning);
     });
-    return (rate >= kLowestHighRate ? kHighFrameRate : 0) | (isTimeLapse ? kTimeLapse : 0) |
-           (isRecording ? kScreenRecording : 0);
+    return (rate >= kLowestHighRate ? kPHAssetMediaSubtypeVideoHighFrameRate : 0) |
+           (isTimeLapse ? kPHAssetMediaSubtypeVideoTimelapse : 0) |
+           (isRecording ? kPHAssetMediaSubtypeVideoScreenRecording : 0);
 }
 
 void addTrack(MediaFacts& facts, const AVAssetTrack& track) {
