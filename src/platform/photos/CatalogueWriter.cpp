@@ -119,6 +119,7 @@ public:
     }
     std::string uuidFor(const CatalogueAsset& asset);
     std::int64_t vanishedAssetOf(const CatalogueFile& file);
+    void replaceInBurst(std::int64_t vanished);
     std::int64_t insertAsset(const CatalogueAsset& asset);
     void updateAsset(const CatalogueAsset& asset);
     void storeFiles(std::int64_t number, const std::vector<CatalogueFile>& files);
@@ -401,12 +402,28 @@ void CatalogueWriter::storeFile(const CatalogueFile& file) {
             file.stamp.inode, file.quickFingerprint, file.wholeFingerprint, file.number});
 }
 
+/// Another picture stands for the burst for which a vanished one stood.
+void CatalogueWriter::Implementation::replaceInBurst(std::int64_t vanished) {
+    const std::int64_t next =
+        number("SELECT MIN(id) FROM assets WHERE vanished = 0 AND trashed = 0 AND burst ="
+               " (SELECT burst FROM assets WHERE id = ? AND represents_burst <> 0)",
+            {vanished});
+    if (next != 0) {
+        willChange();
+        run("UPDATE assets SET represents_burst = (id = ?1), changed = ?2 WHERE id IN (?1, ?3)",
+            {next, change(), vanished});
+    }
+}
+
 void CatalogueWriter::markVanished(std::span<const std::int64_t> assets) {
     Implementation& writer = *_implementation;
     for (const std::int64_t asset : assets) {
         writer.willChange();
         writer.run("UPDATE assets SET vanished = 1, changed = ? WHERE id = ? AND vanished = 0",
             {writer.change(), asset});
+    }
+    for (const std::int64_t asset : assets) {
+        writer.replaceInBurst(asset);
     }
 }
 

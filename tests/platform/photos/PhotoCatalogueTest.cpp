@@ -185,6 +185,28 @@ TEST_F(PhotoCatalogueTest, KnowsFilesByPlaceAndContentAndKeepsVanishedOnes) {
     EXPECT_EQ(writer.error(), std::nullopt);
 }
 
+TEST_F(PhotoCatalogueTest, LetsAnotherPictureStandForABurst) {
+    CatalogueWriter writer(catalogue());
+    std::vector<std::int64_t> numbers;
+    for (const std::string name : {"1.jpg", "2.jpg", "3.jpg"}) {
+        numbers.push_back(
+            writer.storeAsset(photo(name, {.burstIdentifier = "b", .representsBurst = name == "1.jpg"})));
+    }
+    struct Case {
+        std::vector<std::int64_t> vanished;
+        const char* shown;
+    };
+    const Case cases[] = {{{numbers[2]}, "1.jpg"}, {{numbers[0]}, "2.jpg"}, {{numbers[1]}, ""}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.shown);
+        writer.markVanished(c.vanished);
+        writer.commit();
+        EXPECT_EQ(names(PHAsset::fetchAssetsWithOptions()), c.shown);
+    }
+    // The one that comes back in its place stands for nothing any more.
+    EXPECT_FALSE(writer.asset(numbers[0])->properties.representsBurst);
+}
+
 TEST_F(PhotoCatalogueTest, CommitsWholeBatches) {
     CatalogueWriter writer(catalogue());
     for (std::size_t index = 0; index < CatalogueWriter::kChangesATransaction + 1; ++index) {
