@@ -202,6 +202,15 @@ class ImportTest(LibraryTest):
         self.assertEqual(found, [{"file": str(self.photos / "a.jpg"), "action": "new"}])
         self.assertFalse((self.home / "data").exists())
 
+    def test_what_is_no_folder_is_told_apart_from_what_is_missing(self):
+        file = self.put("canon-6d-elephants.jpg", "a.jpg")
+        for path, cause in ((file, "is no folder"), (self.photos / "b", "no such folder")):
+            for arguments in ([], ["--dry-run"]):
+                with self.subTest(path=path, arguments=arguments):
+                    result = self.run_exifcard("import", *arguments, str(path))
+                    self.assertEqual(result.status, 1)
+                    self.assertEqual(result.error_lines, [f"exifcard: cannot read {path}: {cause}"])
+
     def test_a_second_import_waits_for_the_first(self):
         self.put("canon-6d-elephants.jpg", "a.jpg")
         folder = self.home / "data" / "exifcard"

@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace exifcard {
@@ -131,8 +133,10 @@ void Importer::addTree(ImportPlanner& planner, const LibraryPlaces& places, cons
     const LibraryRoot* const root = places.rootOf(folder);
     const std::string& top = root != nullptr ? root->path : folder;
     if (!isFolderThere(top)) {
-        tellProblem({top,
-            root != nullptr ? "no such folder; what the library holds of it is kept" : "no such folder"});
+        std::error_code error;
+        std::string cause = std::filesystem::exists(top, error) ? "is no folder" : "no such folder";
+        cause += root != nullptr ? "; what the library holds of it is kept" : "";
+        tellProblem({top, cause});
     } else {
         planner.addTree(folder);
     }
