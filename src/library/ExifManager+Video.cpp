@@ -3,6 +3,7 @@
 #include "metadata/ExifInformation.h"
 #include "platform/avfoundation/AVAsset.h"
 #include "platform/avfoundation/AVAssetImageGenerator.h"
+#include "platform/foundation/Data.h"
 #include "platform/foundation/Dictionary.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FileAttributes.h"
@@ -87,9 +88,14 @@ void takeDate(ExifInformation& record, const AVURLAsset* asset, const std::strin
     }
 }
 
-void takeFileAndTracks(ExifInformation& record, const AVURLAsset& asset) {
+/// Of any file, also of one that is no video.
+void takeFileSize(ExifInformation& record, const AVURLAsset* asset, const std::string& path) {
+    const auto file = asset != nullptr ? std::optional(asset->file()) : Data::mappedFile(path);
+    record.fileSizeInBytes = file ? static_cast<std::int64_t>(file->size()) : 0;
+}
+
+void takeDurationAndTracks(ExifInformation& record, const AVURLAsset& asset) {
     record.duration = CMTimeGetSeconds(asset.duration());
-    record.fileSizeInBytes = static_cast<std::int64_t>(asset.file().size());
     const auto videoTracks = asset.tracksWithMediaType(AVMediaTypeVideo);
     if (!videoTracks.empty()) {
         record.dimensions = videoTracks.front().naturalSize;
@@ -129,9 +135,10 @@ std::shared_ptr<ExifInformation> ExifManager::exifInformationFromVideoURL(const 
         for (const AVMetadataItem& item : asset->metadata()) {
             takeItem(*record, item);
         }
-        takeFileAndTracks(*record, *asset);
+        takeDurationAndTracks(*record, *asset);
     }
     takeDate(*record, asset.get(), url.path());
+    takeFileSize(*record, asset.get(), url.path());
     makeThumbnail(*record, asset);
     return record;
 }

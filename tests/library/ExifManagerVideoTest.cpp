@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <unistd.h>
@@ -106,13 +107,16 @@ TEST_F(ExifManagerVideoTest, TakesAnUprightFrameForThumbnail) {
 }
 
 TEST_F(ExifManagerVideoTest, GivesARecordOfWhatHasNoFrame) {
-    for (const std::string name : {"hostile-mp4.mp4", "sony-a7-xavc.mp4", "missing.mov"}) {
+    const std::pair<const char*, std::int64_t> cases[] = {
+        {"hostile-mp4.mp4", 80}, {"sony-a7-xavc.mp4", 2745}, {"missing.mov", 0}};
+    for (const auto& [name, size] : cases) {
         SCOPED_TRACE(name);
         lines.clear();
         const auto record = ExifManager::exifInformationFromVideoURL(URL::fileURLWithPath(kVideos + name));
         EXPECT_EQ(record->mediaType(), 2);
         EXPECT_FALSE(record->thumbNailImage);
         EXPECT_FALSE(record->exifInfoAvailable);
+        EXPECT_EQ(record->fileSizeInBytes, size);
         EXPECT_EQ(std::ranges::count_if(lines,
                       [](const std::string& line) {
                           return line.starts_with("couldn't generate thumbnail, error:");
