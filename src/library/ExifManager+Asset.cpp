@@ -121,6 +121,7 @@ Record completedRAW(const Record& record, bool forceDownload) {
     complete->isRAWFile = record->isRAWFile;
     complete->liveVideoFileSizeInBytes = record->liveVideoFileSizeInBytes.load();
     complete->phAsset = record->phAsset;
+    complete->cachedPHAssetInfoDictionary = record->cachedPHAssetInfoDictionary;
     complete->dateTaken = record->dateTaken;
     complete->hasFetchedFromPHAsset = record->hasFetchedFromPHAsset.load();
     complete->location = record->location;
@@ -145,17 +146,18 @@ Record withRAWRecognised(const Record& record, const AssetBytes& bytes, bool for
     return complete;
 }
 
-Record recordOfBytes(const PHAssetPtr& asset, const std::optional<Data>& data) {
-    auto record =
-        ExifInformation::exifInformationFromMetaDataDictionary(ExifManager::metadataFromImageData(data));
-    record->fileSizeInBytes = data ? static_cast<std::int64_t>(data->size()) : 0;
+Record recordOfBytes(const PHAssetPtr& asset, const AssetBytes& bytes) {
+    auto record = ExifInformation::exifInformationFromMetaDataDictionary(
+        ExifManager::metadataFromImageData(bytes.data));
+    record->fileSizeInBytes = bytes.data ? static_cast<std::int64_t>(bytes.data->size()) : 0;
+    record->cachedPHAssetInfoDictionary = bytes.info;
     record->location = asset ? asset->location : std::nullopt;
     record->phAsset = asset;
     return record;
 }
 
-Record lighterRecord(const PHAssetPtr& asset, const std::optional<Data>& data) {
-    auto record = recordOfBytes(asset, data);
+Record lighterRecord(const PHAssetPtr& asset, const AssetBytes& bytes) {
+    auto record = recordOfBytes(asset, bytes);
     if (asset) {
         // Intended: unlike the full record, the file's own date counts where it has one.
         record->dateTaken = record->dateTaken ? record->dateTaken : asset->creationDate;
@@ -173,7 +175,7 @@ Record recordOfPhoto(
         bool stop = false;
         progressHandler(1, std::nullopt, stop, nullptr, /*isDownloading=*/false);
     }
-    auto record = recordOfBytes(asset, bytes.data);
+    auto record = recordOfBytes(asset, bytes);
     record->hasFetchedFromPHAsset = true;
     record->imageResultIsInCloud = !bytes.data;
     if (!bytes.data) {
@@ -210,18 +212,18 @@ Record ExifManager::exifInformationFromPHAssett(
 
 void ExifManager::exifInformationFromPHAssettWithCompletionBlock(
     const PHAssetPtr& asset, RecordHandler completionBlock) {
-    auto finish = [asset, completionBlock = std::move(completionBlock)](const std::optional<Data>& data) {
+    auto finish = [asset, completionBlock = std::move(completionBlock)](const AssetBytes& bytes) {
         DispatchQueue::mainQueue().async(
-            [record = lighterRecord(asset, data), completionBlock] { completionBlock(record); });
+            [record = lighterRecord(asset, bytes), completionBlock] { completionBlock(record); });
     };
     DispatchQueue::globalQueue().async([asset, finish = std::move(finish)] {
         if (!asset) {
-            finish(std::nullopt);
+            finish({});
             return;
         }
         PHImageManager::defaultManager().requestImageDataForAsset(
-            *asset, {}, [finish](const auto& data, const auto&, auto, const auto&) {
-                DispatchQueue::globalQueue().async([finish, data] { finish(data); });
+            *asset, {}, [finish](const auto& data, const auto&, auto, const auto& info) {
+                DispatchQueue::globalQueue().async([finish, data, info] { finish({data, info}); });
             });
     });
 }

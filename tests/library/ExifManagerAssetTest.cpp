@@ -5,6 +5,7 @@
 #include "platform/imageio/ImageProperties.h"
 #include "platform/photos/PHAssetResource.h"
 #include "platform/photos/PHAssetResourceManager.h"
+#include "platform/photos/PHImageInfoKeys.h"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +60,19 @@ protected:
         answered.get_future().wait();
     }
 
+    static ExifManager::Record forciblyCompleted(const ExifManager::Record& record) {
+        std::promise<ExifManager::Record> complete;
+        ExifManager::fetchCompleteExifInformationsFor(record, /*forceDownload=*/true,
+            [&complete](const auto& fetched) { complete.set_value(fetched); });
+        return complete.get_future().get();
+    }
+
+    /// The type of the bytes, as the library told it with them.
+    static std::string typeIn(const ExifInformation& record) {
+        const auto& info = record.cachedPHAssetInfoDictionary;
+        return info ? info->objectForKey(kPHImageFileUTIKey).description() : "no info";
+    }
+
     Calls calls;
     int livePhotos = 0;
     double stopAt = -1;
@@ -80,6 +94,7 @@ TEST_F(ExifManagerAssetTest, APhotoHereHasWhatItsFileAndTheLibraryTell) {
     EXPECT_FALSE(record->imageResultIsInCloud);
     EXPECT_TRUE(record->isScreenShot);
     EXPECT_FALSE(record->isRAWFile);
+    EXPECT_EQ(typeIn(*record), "public.jpeg");
     EXPECT_TRUE(record->hasFetchedFromPHAsset);
     EXPECT_TRUE(record->hasFetchedEXIFInformation);
     EXPECT_EQ(calls, (Calls{{1, std::nullopt, false}}));
@@ -150,6 +165,7 @@ TEST_F(ExifManagerAssetTest, ARawPhotoIsReadFromItsWholeFile) {
     EXPECT_TRUE(record->hasFetchedEXIFInformation);
     EXPECT_FALSE(record->imageResultIsInCloud);
     EXPECT_EQ(record->imageFilePathURL.lastPathComponent(), "nikon-d1.nef");
+    EXPECT_EQ(typeIn(*record), "com.nikon.raw-image");
     EXPECT_EQ(record->cameraModel, "NIKON D1 "); // As the camera wrote it.
     EXPECT_EQ(record->phAsset, asset);
     EXPECT_EQ(record->dateTaken, kLibraryDate);
@@ -239,6 +255,7 @@ TEST_F(ExifManagerAssetTest, TheLighterRecordKeepsTheDateOfTheFile) {
         EXPECT_EQ(record->location, kLibraryPlace);
         EXPECT_EQ(record->phAsset, asset);
         EXPECT_EQ(record->exifInfoAvailable, isFilesDate);
+        EXPECT_NE(record->cachedPHAssetInfoDictionary, nullptr);
     }
 }
 
@@ -251,10 +268,12 @@ TEST_F(ExifManagerAssetTest, TheCompleteFetchStopsAtOnceWhereTheFileIsOutOfReach
     EXPECT_TRUE(record->isFetchingFullInfo);
     EXPECT_FALSE(record->didFetchedFullInfo);
 
-    std::promise<std::shared_ptr<ExifInformation>> complete;
-    ExifManager::fetchCompleteExifInformationsFor(
-        record, /*forceDownload=*/true, [&complete](const auto& fetched) { complete.set_value(fetched); });
-    const auto fetched = complete.get_future().get();
+    slowFolder->isBroken = true;
+    EXPECT_EQ(forciblyCompleted(record), record);
+    EXPECT_TRUE(record->didFetchedFullInfo);
+
+    slowFolder->isBroken = false;
+    const auto fetched = forciblyCompleted(record);
     EXPECT_NE(fetched, record);
     EXPECT_TRUE(fetched->didFetchedFullInfo);
     EXPECT_EQ(fetched->cameraModel, "Canon EOS 40D");
