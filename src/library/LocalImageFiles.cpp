@@ -56,19 +56,22 @@ std::vector<SortDescriptor> sortedBy(const char* first, const char* second, bool
     return {{first, ascending}, {second, ascending}};
 }
 
-PHAssetFetchResultPtr fetchAround(Date date) {
-    const Date from{date.secondsSince1970 - kSameMoment};
-    const Date to{date.secondsSince1970 + kSameMoment};
+/// What was created between two moments, these left out.
+struct Interval {
+    Date from;
+    Date to;
+};
+
+Interval intervalAround(Date date) {
+    return {{date.secondsSince1970 - kSameMoment}, {date.secondsSince1970 + kSameMoment}};
+}
+
+PHAssetFetchResultPtr fetchWithin(const Interval& interval) {
     PHFetchOptions options;
-    options.predicate =
-        Predicate::predicateWithFormat("(creationDate > %@) AND (creationDate < %@)", {from, to});
+    options.predicate = Predicate::predicateWithFormat(
+        "(creationDate > %@) AND (creationDate < %@)", {interval.from, interval.to});
     options.sortDescriptors = {{"creationDate", true}};
-    auto found = PHAsset::fetchAssetsWithOptions(options);
-    if (isDebugLogWanted()) {
-        debugLog("__ %@ and %ld", {Value(date), found->count()});
-        debugLog("%@ and %@", {Value(from), Value(to)});
-    }
-    return found;
+    return PHAsset::fetchAssetsWithOptions(options);
 }
 
 /// Without what has left the library since.
@@ -167,11 +170,18 @@ std::optional<std::string> LocalImageFiles::fileNameForPHAsset(
 
 std::optional<std::vector<PHAssetPtr>> LocalImageFiles::assetsWithCreationDate(
     const std::optional<Date>& date) {
-    return date ? std::optional(objectsOf(*fetchAround(*date))) : std::nullopt;
+    if (!date) {
+        return std::nullopt;
+    }
+    const Interval interval = intervalAround(*date);
+    auto assets = objectsOf(*fetchWithin(interval));
+    debugLog("__ %@ and %ld", {Value(*date), assets.size()});
+    debugLog("%@ and %@", {Value(interval.from), Value(interval.to)});
+    return assets;
 }
 
 PHAssetPtr LocalImageFiles::assetWithCreationDate(const std::optional<Date>& date) {
-    const auto assets = date ? objectsOf(*fetchAround(*date)) : std::vector<PHAssetPtr>();
+    const auto assets = date ? objectsOf(*fetchWithin(intervalAround(*date))) : std::vector<PHAssetPtr>();
     for (const PHAssetPtr& asset : assets) {
         debugLog("ASSET_LOCAL_ID %@", {asset->localIdentifier});
     }

@@ -3,10 +3,15 @@
 #include "library/AssetLibrary.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/Dictionary.h"
+#include "platform/foundation/Log.h"
 #include "platform/photos/PHImageInfoKeys.h"
 #include "platform/uivalues/UIDevice.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace exifcard {
 namespace {
@@ -135,6 +140,24 @@ TEST_F(LocalImageFilesTest, FindsWhatWasCreatedLessThanASecondApart) {
     EXPECT_EQ(LocalImageFiles::assetWithCreationDate(Date{200}), nullptr);
     EXPECT_EQ(LocalImageFiles::assetWithCreationDate(std::nullopt), nullptr);
     EXPECT_EQ(LocalImageFiles::assetsWithCreationDate(std::nullopt), std::nullopt);
+}
+
+TEST_F(LocalImageFilesTest, TellsInDebugLinesWhatWasCreatedThen) {
+    store("a", {.creationDate = Date{100}});
+    std::vector<std::string> lines;
+    setDebugLogTarget(LogTarget::StandardError);
+    captureLog([&lines](std::string_view line) { lines.emplace_back(line); });
+    const auto asset = LocalImageFiles::assetWithCreationDate(Date{100.5});
+    const std::vector<std::string> linesOfOne = std::exchange(lines, {});
+    LocalImageFiles::assetsWithCreationDate(Date{100});
+    captureLog({});
+    setDebugLogTarget(LogTarget::Nowhere);
+    ASSERT_NE(asset, nullptr);
+    std::string found = "ASSET_LOCAL_ID ";
+    found += asset->localIdentifier;
+    EXPECT_EQ(linesOfOne, std::vector{found});
+    EXPECT_EQ(lines, (std::vector<std::string>{"__ 1970-01-01 00:01:40 +0000 and 1",
+                         "1970-01-01 00:01:39 +0000 and 1970-01-01 00:01:41 +0000"}));
 }
 
 TEST_F(LocalImageFilesTest, FindsAnAssetByPartOfItsIdentifier) {
