@@ -1,43 +1,15 @@
 #pragma once
 
 #include "library/ExifManager.h"
-#include "platform/foundation/DispatchQueue.h"
-#include "platform/photos/AssetByteSource.h"
 #include "platform/photos/Library.h"
+#include "platform/photos/SlowFolder.h"
 #include "settings/PersistanceManager.h"
 
-#include <atomic>
 #include <filesystem>
-#include <optional>
+#include <memory>
 #include <string>
 
 namespace exifcard {
-
-/// A place elsewhere, whose bytes come in steps, or not at all.
-class SlowFolder final : public AssetByteSource {
-public:
-    std::optional<std::string> localFile(const AssetFile& file) const override {
-        return _isHere ? std::optional(file.root + "/" + file.path) : std::nullopt;
-    }
-    bool isElsewhere(const AssetFile& /*file*/) const override { return true; }
-    std::optional<PHError> bring(const AssetFile& /*file*/, const Progress& progress) override {
-        for (const double fraction : {0.25, 0.5}) {
-            if (!progress(fraction)) {
-                return PHError{PHErrorCode::UserCancelled, "stopped"};
-            }
-        }
-        if (isBroken) {
-            return PHError{PHErrorCode::NetworkError, "the line is down"};
-        }
-        _isHere = true;
-        return std::nullopt;
-    }
-
-    std::atomic<bool> isBroken = false;
-
-private:
-    std::atomic<bool> _isHere = false;
-};
 
 /// A library whose photos are those of the tests, some of them elsewhere.
 class AssetLibrary : public Library {
@@ -62,22 +34,7 @@ protected:
 
     /// The same, but the bytes lie elsewhere.
     PHAssetPtr addElsewhere(const std::string& sample, const PHAsset& properties = {}) {
-        catalogue()->setByteSource("slow", slowFolder);
-        CatalogueWriter writer(catalogue());
-        auto asset = photo(sample, properties);
-        asset.files.front().folder =
-            writer.storeFolder(writer.storeRoot({.path = EXIFCARD_TEST_DATA, .kind = "slow"}), "");
-        writer.storeAsset(asset);
-        writer.commit();
-        return assetNamed(sample);
-    }
-
-    /// Runs the main queue, where completions come, until something is so.
-    template<class Condition>
-    static void runUntil(const Condition& isSo) {
-        while (!isSo()) {
-            MainRunLoop::drain();
-        }
+        return Library::addElsewhere(slowFolder, sample, properties);
     }
 
     const std::shared_ptr<SlowFolder> slowFolder = std::make_shared<SlowFolder>();

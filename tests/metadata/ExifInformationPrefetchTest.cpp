@@ -1,5 +1,4 @@
 #include "metadata/ExifInformation.h"
-#include "platform/foundation/DispatchQueue.h"
 #include "platform/photos/Library.h"
 #include "platform/uivalues/Bitmap.h"
 #include "platform/uivalues/UIImage.h"
@@ -36,13 +35,9 @@ TEST_F(ExifInformationPrefetchTest, BringsThePictureUnlessCancelledOrTooLarge) {
     cancelled->prefetchAsset();
     cancelled->cancelPrefetch();
     tooLarge->prefetchAsset();
-    while (tooLarge->imageRequestID == 0) { // The test's time limit is the failure.
-        MainRunLoop::drain();
-    }
+    runUntil([&tooLarge] { return tooLarge->imageRequestID != 0; });
     largest->prefetchAsset();
-    while (!largest->cachedThumbNailImage) {
-        MainRunLoop::drain();
-    }
+    runUntil([&largest] { return largest->cachedThumbNailImage != nullptr; });
     EXPECT_EQ(largest->cachedThumbNailImage->size(), (CGSize{100, 68}));
     EXPECT_EQ(tooLarge->cachedThumbNailImage, nullptr);
     EXPECT_EQ(cancelled->cachedThumbNailImage, nullptr);

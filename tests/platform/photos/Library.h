@@ -10,11 +10,15 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace exifcard {
+
+class AssetByteSource;
 
 /// A library of its own in a temporary home, with one root whose folder is there.
 class Library : public ::testing::Test {
@@ -49,6 +53,14 @@ protected:
     std::int64_t store(const std::string& name, const PHAsset& properties = {}) const {
         return store(photo(name, properties));
     }
+
+    /// An asset whose one file is the sample of that name, in a root whose bytes that source brings.
+    PHAssetPtr addElsewhere(const std::shared_ptr<AssetByteSource>& source,
+        const std::string& sample,
+        const PHAsset& properties = {}) const;
+
+    /// Runs the main queue, where completions come, until something is so.
+    static void runUntil(const std::function<bool()>& isSo);
 
     static std::string nameOf(const PHAsset& asset);
     /// The names of what a fetch found, in its order, with blanks between.

@@ -3,13 +3,13 @@
 #include "platform/avfoundation/AVAsset.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/imageio/ImageDrawing.h"
-#include "platform/photos/AssetByteSource.h"
 #include "platform/photos/Library.h"
 #include "platform/photos/PHAssetResource.h"
 #include "platform/photos/PHAssetResourceManager.h"
 #include "platform/photos/PHCachingImageManager.h"
 #include "platform/photos/PHContentEditingInput.h"
 #include "platform/photos/PHImageInfoKeys.h"
+#include "platform/photos/SlowFolder.h"
 #include "platform/uivalues/Bitmap.h"
 
 #include <gtest/gtest.h>
@@ -24,35 +24,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A place elsewhere, from which bytes come in four steps or not at all.
-class Elsewhere final : public AssetByteSource {
-public:
-    std::optional<std::string> localFile(const AssetFile& file) const override {
-        const std::string path = file.root + "/here/" + file.path;
-        return fs::exists(path) ? std::optional(path) : std::nullopt;
-    }
-    bool isElsewhere(const AssetFile& /*file*/) const override { return true; }
-    std::optional<PHError> bring(const AssetFile& file, const Progress& progress) override {
-        for (const double fraction : {0.25, 0.5, 0.75}) {
-            if (beforeStep) {
-                beforeStep();
-            }
-            if (!progress(fraction)) {
-                return PHError{PHErrorCode::UserCancelled, "stopped"};
-            }
-        }
-        if (isBroken) {
-            return PHError{PHErrorCode::NetworkError, "the line is down"};
-        }
-        fs::create_directories(file.root + "/here");
-        fs::copy_file(file.root + "/" + file.path, file.root + "/here/" + file.path);
-        progress(1);
-        return std::nullopt;
-    }
-
-    std::atomic<bool> isBroken = false;
-    std::function<void()> beforeStep;
-};
+/// A picture of 100 × 68 pixels, upright.
+constexpr const char* kCanon = "canon-40d-northwest-rating5.jpg";
 
 /// What a request's handler was told, in the order of its calls.
 struct Answer {
@@ -70,27 +43,6 @@ protected:
         fs::copy_file(fs::path(EXIFCARD_TEST_DATA) / sample, photos / name);
         store(name, properties);
         return assetNamed(name);
-    }
-    /// The same in a root that lies elsewhere.
-    PHAssetPtr addElsewhere(const std::shared_ptr<Elsewhere>& source, const std::string& name) {
-        catalogue()->setByteSource("slow", source);
-        const fs::path far = home.path() / "far";
-        fs::create_directories(far);
-        fs::copy_file(fs::path(EXIFCARD_TEST_DATA) / "canon-40d-northwest-rating5.jpg", far / name);
-        CatalogueWriter writer(catalogue());
-        auto asset = photo(name);
-        asset.files.front().folder =
-            writer.storeFolder(writer.storeRoot({.path = far.string(), .kind = "slow"}), "");
-        writer.storeAsset(asset);
-        writer.commit();
-        return assetNamed(name);
-    }
-
-    /// Runs the main queue until `isDone`; the answers come there.
-    static void runUntil(const std::function<bool()>& isDone) {
-        while (!isDone()) {
-            MainRunLoop::drain();
-        }
     }
 
     std::vector<Answer> imagesOf(const PHAsset& asset,
@@ -129,8 +81,7 @@ TEST_F(PHImageManagerTest, DeliversPicturesUprightInTheWantedSizeAndNeverEnlarge
     using Mode = PHImageContentMode;
     using Resize = PHImageRequestOptionsResizeMode;
     // Stored 100 × 68 and upright.
-    const auto asset =
-        add("canon-40d-northwest-rating5.jpg", "a.jpg", {.pixelWidth = 100, .pixelHeight = 68});
+    const auto asset = add(kCanon, "a.jpg", {.pixelWidth = 100, .pixelHeight = 68});
     struct Case {
         CGSize target;
         Mode mode;
@@ -233,8 +184,8 @@ TEST_F(PHImageManagerTest, HandsOutTheBytesOfTheRenditionThatIsAskedFor) {
 }
 
 TEST_F(PHImageManagerTest, BringsWhatLiesElsewhereOnlyWhenItMay) {
-    const auto source = std::make_shared<Elsewhere>();
-    const auto asset = addElsewhere(source, "far.jpg");
+    const auto source = std::make_shared<SlowFolder>();
+    const auto asset = addElsewhere(source, kCanon);
     const Answer refused = dataOf(*asset, kSynchronous);
     EXPECT_EQ(refused.data, std::nullopt);
     EXPECT_EQ(refused.flag(kPHImageResultIsInCloudKey), 1);
@@ -270,8 +221,8 @@ TEST_F(PHImageManagerTest, BringsWhatLiesElsewhereOnlyWhenItMay) {
 }
 
 TEST_F(PHImageManagerTest, TellsACancelledRequestOnceWithoutResult) {
-    const auto source = std::make_shared<Elsewhere>();
-    const auto asset = addElsewhere(source, "far.jpg");
+    const auto source = std::make_shared<SlowFolder>();
+    const auto asset = addElsewhere(source, kCanon);
     PHImageRequestID request = 0;
     DispatchSemaphore known(0);
     source->beforeStep = [&] {
@@ -294,8 +245,7 @@ TEST_F(PHImageManagerTest, TellsACancelledRequestOnceWithoutResult) {
 }
 
 TEST_F(PHImageManagerTest, RunsManyRequestsBesideEachOther) {
-    const auto asset =
-        add("canon-40d-northwest-rating5.jpg", "a.jpg", {.pixelWidth = 100, .pixelHeight = 68});
+    const auto asset = add(kCanon, "a.jpg", {.pixelWidth = 100, .pixelHeight = 68});
     constexpr int kRequests = 40;
     PHCachingImageManager manager;
     manager.startCachingImagesForAssets(std::vector{asset}, {30, 30}, PHImageContentMode::AspectFit, {});
@@ -337,9 +287,9 @@ TEST_F(PHImageManagerTest, OpensVideos) {
 }
 
 TEST_F(PHImageManagerTest, GivesTheFileForEditing) {
-    const auto asset = add("canon-40d-northwest-rating5.jpg", "a b.jpg");
-    const auto source = std::make_shared<Elsewhere>();
-    const auto far = addElsewhere(source, "far.jpg");
+    const auto asset = add(kCanon, "a b.jpg");
+    const auto source = std::make_shared<SlowFolder>();
+    const auto far = addElsewhere(source, kCanon);
     struct Case {
         PHAssetPtr asset;
         bool mayUseNetwork;
@@ -347,7 +297,7 @@ TEST_F(PHImageManagerTest, GivesTheFileForEditing) {
         bool isInCloud;
     };
     const Case cases[] = {
-        {asset, false, "a b.jpg", false}, {far, false, "", true}, {far, true, "far.jpg", false}};
+        {asset, false, "a b.jpg", false}, {far, false, "", true}, {far, true, kCanon, false}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         std::atomic<bool> isDone = false;
@@ -394,7 +344,7 @@ TEST_F(PHImageManagerTest, HandsOutResourcesInTheirOrderAndInChunks) {
         runUntil([&completions] { return completions > 0; });
         EXPECT_TRUE(received == wanted[index]) << index;
     }
-    const auto far = addElsewhere(std::make_shared<Elsewhere>(), "far.jpg");
+    const auto far = addElsewhere(std::make_shared<SlowFolder>(), kCanon);
     std::atomic<int> code = 0;
     PHAssetResourceManager::defaultManager().requestDataForAssetResource(
         PHAssetResource::assetResourcesForAsset(*far).front(), {}, [](const Data&) { ADD_FAILURE(); },
