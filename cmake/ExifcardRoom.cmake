@@ -1,7 +1,8 @@
 # One target a room of the house, made by one helper.
 
-# exifcard_add_room(<name> [HEADERS …] [SOURCES …] [USES …] [WRAPS …])
+# exifcard_add_room(<name> [QT] [HEADERS …] [SOURCES …] [USES …] [WRAPS …])
 #
+# QT       the room draws with Qt; interface files are found in resources/interface
 # HEADERS  the headers that other rooms may include; each must compile alone
 # SOURCES  the translation units
 # USES     the lower rooms, seen by whoever uses this one
@@ -9,7 +10,7 @@
 #
 # Makes the static library exifcard_<name>, also known as exifcard::<name>.
 function(exifcard_add_room name)
-    cmake_parse_arguments(PARSE_ARGV 1 room "" "" "HEADERS;SOURCES;USES;WRAPS")
+    cmake_parse_arguments(PARSE_ARGV 1 room "QT" "" "HEADERS;SOURCES;USES;WRAPS")
     if(room_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "exifcard_add_room(${name}): unknown arguments ${room_UNPARSED_ARGUMENTS}")
     endif()
@@ -30,6 +31,15 @@ function(exifcard_add_room name)
     set_target_properties(${target} PROPERTIES
         POSITION_INDEPENDENT_CODE ON
         VERIFY_INTERFACE_HEADER_SETS ON)
+    if(room_QT)
+        target_sources(${target} PRIVATE ${room_HEADERS}) # Where automoc looks for classes with signals.
+        target_link_libraries(${target} PUBLIC Qt6::Widgets)
+        target_compile_definitions(${target} PUBLIC QT_NO_CAST_FROM_ASCII)
+        set_target_properties(${target} PROPERTIES
+            AUTOMOC ON
+            AUTOUIC ON
+            AUTOUIC_SEARCH_PATHS "${PROJECT_SOURCE_DIR}/resources/interface")
+    endif()
 endfunction()
 
 # exifcard_add_module(<name> SOURCES … [USES …] [WRAPS …])

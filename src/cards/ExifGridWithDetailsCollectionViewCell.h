@@ -1,0 +1,25 @@
+#pragma once
+
+#include "cards/ExifDataCollectionListViewCell.h"
+
+namespace exifcard {
+
+/// A tile of a grid: the picture over camera, exposure, size and date.
+class ExifGridWithDetailsCollectionViewCell : public ExifDataCollectionListViewCell {
+    Q_OBJECT
+
+public:
+    ExifGridWithDetailsCollectionViewCell();
+    ~ExifGridWithDetailsCollectionViewCell() override;
+
+    void setExifInfo(const std::shared_ptr<ExifInformation>& exifInfo,
+        ExifOriginalCellBlock withExifOriginalCellBlock) override;
+    /// Changes between the date and the time since then.
+    void toggleTimeStamp();
+    void showDateTimeAgo();
+    void showDateTimeStamp();
+    bool isDisplayingTimeAgo() const;
+    void prepareForReuse() override;
+};
+
+} // namespace exifcard

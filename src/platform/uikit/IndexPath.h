@@ -1,0 +1,17 @@
+#pragma once
+
+#include <compare>
+#include <cstddef>
+
+namespace exifcard {
+
+/// The place of an item in a list of sections.
+struct IndexPath {
+    std::size_t section = 0;
+    std::size_t item = 0;
+    auto operator<=>(const IndexPath&) const = default;
+
+    static IndexPath indexPathForItem(std::size_t item, std::size_t inSection) { return {inSection, item}; }
+};
+
+} // namespace exifcard

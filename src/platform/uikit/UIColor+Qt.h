@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QColor>
+
+namespace exifcard {
+
+class UIColor;
+
+/// The colour in the current appearance.
+QColor qColor(const UIColor& color);
+
+} // namespace exifcard

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/uivalues/CGGeometry.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QPointerEvent;
+
+namespace exifcard {
+
+class UIGestureRecognizer;
+
+/// The platform's numbers; recognized is ended.
+enum class UIGestureRecognizerState { Possible = 0, Began, Changed, Ended, Cancelled, Failed };
+
+/// Has a say in whether a gesture begins.
+class UIGestureRecognizerDelegate {
+public:
+    UIGestureRecognizerDelegate() = default;
+    virtual ~UIGestureRecognizerDelegate() = default;
+    UIGestureRecognizerDelegate(const UIGestureRecognizerDelegate&) = delete;
+    UIGestureRecognizerDelegate& operator=(const UIGestureRecognizerDelegate&) = delete;
+
+    virtual bool gestureRecognizerShouldBegin(UIGestureRecognizer&) { return true; }
+    virtual bool shouldReceiveTouch(UIGestureRecognizer&) { return true; }
+    virtual bool shouldRecognizeSimultaneouslyWithGestureRecognizer(
+        UIGestureRecognizer&, UIGestureRecognizer&) {
+        return false;
+    }
+};
+
+/// Watches the touches and the mouse's left button over a view and its children, and calls its actions at
+/// each change of state. A gesture that began ends the press of what lies below it. Owned by the view that
+/// it is added to. Main queue.
+class UIGestureRecognizer : public QObject {
+    Q_OBJECT
+
+public:
+    using State = UIGestureRecognizerState;
+    using Action = std::function<void(UIGestureRecognizer& recognizer)>;
+
+    ~UIGestureRecognizer() override;
+
+    State state() const { return _state; }
+    /// Null before it is added.
+    QWidget* view() const { return _view.data(); }
+    bool isEnabled() const { return _isEnabled; }
+    /// Switching a running gesture off cancels it.
+    void setEnabled(bool isEnabled);
+    void addTarget(Action action) { _actions.push_back(std::move(action)); }
+    void setDelegate(std::weak_ptr<UIGestureRecognizerDelegate> delegate) { _delegate = std::move(delegate); }
+    /// Where the finger is, in the coordinates of `view`.
+    CGPoint locationInView(const QWidget& view) const;
+
+protected:
+    /// A finger or the pressed mouse at one moment.
+    struct Touch {
+        CGPoint position; ///< In global coordinates.
+        double time = 0;  ///< Seconds.
+    };
+
+    UIGestureRecognizer() = default;
+
+    virtual void touchBegan(const Touch& touch) = 0;
+    virtual void touchMoved(const Touch& touch) = 0;
+    virtual void touchEnded(const Touch& touch) = 0;
+    /// The desktop took the touch away, or the gesture was switched off.
+    virtual void touchCancelled();
+
+    /// @return Whether the delegate and the other gestures of this touch let it begin.
+    bool begin();
+    void setState(State state);
+    const Touch& latestTouch() const { return _latest; }
+
+private:
+    friend class GestureDispatcher;
+    friend void addGestureRecognizer(QWidget& view, std::unique_ptr<UIGestureRecognizer> recognizer);
+
+    State _state = State::Possible;
+    QPointer<QWidget> _view;
+    bool _isEnabled = true;
+    std::vector<Action> _actions;
+    std::weak_ptr<UIGestureRecognizerDelegate> _delegate;
+    Touch _latest;
+};
+
+/// Hands the recognizer to the view, which owns it.
+void addGestureRecognizer(QWidget& view, std::unique_ptr<UIGestureRecognizer> recognizer);
+
+} // namespace exifcard

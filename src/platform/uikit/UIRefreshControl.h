@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/uikit/UIView.h"
+
+namespace exifcard {
+
+class UIActivityIndicatorView;
+
+/// The spinner above a list that is pulled down: 60 points high. Pulling past that sends `valueChanged` once.
+class UIRefreshControl : public UIView {
+    Q_OBJECT
+
+public:
+    static constexpr double kHeight = 60;
+
+    explicit UIRefreshControl(QWidget* parent = nullptr);
+
+    bool isRefreshing() const { return _isRefreshing; }
+    /// Shows the spinner; sends nothing and does not scroll. Harmless when repeated, as `endRefreshing` is,
+    /// after which the list scrolls back.
+    void beginRefreshing();
+    void endRefreshing();
+
+    /// For the list: how far it is pulled, in points; 1 at `kHeight`.
+    void setPull(double points);
+
+signals:
+    void valueChanged();
+    void ended();
+
+private:
+    UIActivityIndicatorView* _spinner = nullptr;
+    bool _isRefreshing = false;
+};
+
+} // namespace exifcard
