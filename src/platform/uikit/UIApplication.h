@@ -1,6 +1,12 @@
 #pragma once
 
+#include <string_view>
+
 namespace exifcard {
+
+/// Posted on the main queue when memory is short.
+inline constexpr std::string_view kMemoryWarningNotification =
+    "UIApplicationDidReceiveMemoryWarningNotification";
 
 /// What a program with screens does around its toolkit's application object.
 class UIApplication {

@@ -14,25 +14,39 @@ class UIView : public QWidget {
 public:
     explicit UIView(QWidget* parent = nullptr);
 
-    CALayer& layer() { return _layer; } ///< Call `update` after a change.
-    const CALayer& layer() const { return _layer; }
+    CALayer& layer(); ///< Call `update` after a change.
+    const CALayer& layer() const;
     void setBackgroundColor(const UIColor& color);
     const UIColor& backgroundColor() const { return _layer.backgroundColor; }
 
     /// Where the view lies in its parent, in points; the widget takes the rectangle with rounded edges.
-    CGRect frame() const { return _frame; }
+    CGRect frame() const;
     void setFrame(const CGRect& frame);
     /// Its own coordinates: the frame's size at the origin.
-    CGRect bounds() const { return {{0, 0}, _frame.size}; }
+    CGRect bounds() const { return {{0, 0}, frame().size}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
-    CALayer _layer;
-    CGRect _frame;
+    /// What the parent painted beneath the view.
+    struct Shadow {
+        UIColor color;
+        double opacity = 0;
+        double radius = 0;
+        double cornerRadius = 0;
+        bool operator==(const Shadow&) const = default;
+    };
+
+    void updateShadow();
+
+    mutable CALayer _layer; ///< Its bounds are brought up to date when it is asked for.
+    CGRect _frame;          ///< Holds as long as it rounds to the widget's rectangle.
+    Shadow _paintedShadow;
+    QRect _shadowPlace; ///< In the parent.
 };
 
 /// The rectangle of whole pixels whose edges lie closest to those of `rect`.

@@ -1,0 +1,14 @@
+#include "platform/uikit/UIApplication.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+
+/// The main function of the tests that need a toolkit; it draws off screen.
+int main(int argumentCount, char** arguments) {
+    testing::InitGoogleMock(&argumentCount, arguments);
+    exifcard::UIApplication::prepare();
+    const QApplication application(argumentCount, arguments);
+    exifcard::UIApplication::start();
+    return RUN_ALL_TESTS();
+}
