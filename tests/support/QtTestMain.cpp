@@ -7,6 +7,7 @@
 /// The main function of the tests that need a toolkit; it draws off screen.
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleMock(&argumentCount, arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     exifcard::UIApplication::prepare();
     const QApplication application(argumentCount, arguments);
     exifcard::UIApplication::start();
