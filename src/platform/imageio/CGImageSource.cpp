@@ -23,9 +23,10 @@ public:
     const std::string& type() const { return _type; }
     std::size_t count() const;
     DictionaryPtr properties(std::size_t index) const;
-    Data xmpPacket(std::size_t index) const;
+    LibraryMetadata libraryMetadata() const;
 
 private:
+    std::optional<ImageFacts> facts(std::size_t index) const;
     DictionaryPtr refused(std::string_view cause) const;
 
     Data _data;
@@ -87,21 +88,28 @@ DictionaryPtr CGImageSource::refused(std::string_view cause) const {
     return nullptr;
 }
 
-DictionaryPtr CGImageSource::properties(std::size_t index) const {
+std::optional<ImageFacts> CGImageSource::facts(std::size_t index) const {
     if (_content.container == Container::None) {
-        return refused("not an image of a known kind");
+        refused("not an image of a known kind");
+        return std::nullopt;
     }
-    const auto facts = readerFor(_content.container).read(_data, index);
+    auto facts = readerFor(_content.container).read(_data, index);
     if (!facts) {
-        return refused("damaged, or without an image of this number");
+        refused("damaged, or without an image of this number");
     }
-    auto properties = propertiesFromFacts(*facts);
+    return facts;
+}
+
+DictionaryPtr CGImageSource::properties(std::size_t index) const {
+    const auto found = facts(index);
+    auto properties = found ? propertiesFromFacts(*found) : nullptr;
     return _data.wasCutShort() ? refused("cut short while it was read") : properties;
 }
 
-Data CGImageSource::xmpPacket(std::size_t index) const {
-    const auto facts = readerFor(_content.container).read(_data, index);
-    return facts ? facts->xmp : Data();
+LibraryMetadata CGImageSource::libraryMetadata() const {
+    const auto found = facts(0);
+    auto metadata = found ? libraryMetadataFromFacts(*found) : LibraryMetadata();
+    return _data.wasCutShort() ? LibraryMetadata{refused("cut short while it was read"), {}} : metadata;
 }
 
 CGImageSourcePtr CGImageSourceCreateWithData(const Data& data) {
@@ -130,8 +138,8 @@ DictionaryPtr CGImageSourceCopyPropertiesAtIndex(const CGImageSource& source, st
     return source.properties(index);
 }
 
-Data CGImageSourceCopyXmpPacketAtIndex(const CGImageSource& source, std::size_t index) {
-    return source.xmpPacket(index);
+LibraryMetadata CGImageSourceCopyLibraryMetadata(const CGImageSource& source) {
+    return source.libraryMetadata();
 }
 
 } // namespace exifcard

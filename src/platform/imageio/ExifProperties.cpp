@@ -22,7 +22,9 @@ constexpr std::uint16_t kPixelTags[] = {0x0103, 0x0106, 0x0142, 0x0143};
 
 class ExifReader {
 public:
-    explicit ExifReader(const ImageFacts& facts) : _facts(facts) {}
+    ExifReader(const ImageFacts& facts, bool readsAllMakerNotes)
+        : _facts(facts)
+        , _readsAllMakerNotes(readsAllMakerNotes) {}
 
     ExifProperties read(const std::vector<XmpProperty>& packet);
 
@@ -37,6 +39,7 @@ private:
     void addMakerNote();
 
     const ImageFacts& _facts;
+    const bool _readsAllMakerNotes;
     ExifProperties _read;
     MakerNote _note;
 };
@@ -180,6 +183,9 @@ void ExifReader::addMakerNote() {
         _read.makerDictionaries.emplace_back(kCGImagePropertyMakerAppleDictionary, std::move(apple));
         return;
     }
+    if (!_readsAllMakerNotes) {
+        return;
+    }
     _note.make = textFor(_read.tiff, kCGImagePropertyTIFFMake);
     _note.model = textFor(_read.tiff, kCGImagePropertyTIFFModel);
     _read.makerDictionaries = readMakerNote(_note, _read.aux);
@@ -188,7 +194,11 @@ void ExifReader::addMakerNote() {
 } // namespace
 
 ExifProperties readExifProperties(const ImageFacts& facts, const std::vector<XmpProperty>& packet) {
-    return ExifReader(facts).read(packet);
+    return ExifReader(facts, true).read(packet);
+}
+
+ExifProperties readExifPropertiesForLibrary(const ImageFacts& facts, const std::vector<XmpProperty>& packet) {
+    return ExifReader(facts, false).read(packet);
 }
 
 } // namespace exifcard

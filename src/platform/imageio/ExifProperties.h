@@ -26,5 +26,7 @@ struct ExifProperties {
 /// Reads the Exif data of one image. Where it lacks something that the packet
 /// tells, the packet's value is taken; of lens and body the packet's comes first.
 ExifProperties readExifProperties(const ImageFacts& facts, const std::vector<XmpProperty>& packet);
+/// The same without makers' notes other than Apple's.
+ExifProperties readExifPropertiesForLibrary(const ImageFacts& facts, const std::vector<XmpProperty>& packet);
 
 } // namespace exifcard

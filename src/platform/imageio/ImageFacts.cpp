@@ -1,11 +1,15 @@
 #include "platform/imageio/ImageFacts.h"
 
+#include "platform/imageio/CGImageSource.h"
 #include "platform/imageio/ExifProperties.h"
 #include "platform/imageio/IccProfile.h"
 #include "platform/imageio/ImageProperties.h"
 #include "platform/imageio/IptcProperties.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <optional>
+#include <utility>
 
 namespace exifcard {
 namespace {
@@ -84,11 +88,32 @@ void addDictionaries(Dictionary& properties, const std::vector<NamedDictionary>&
     }
 }
 
-} // namespace
+/// Whether a value that a library keeps is not in the directories, so that the packet's would be taken.
+bool lacksAny(const PropertyCollector& properties, std::initializer_list<std::string_view> keys) {
+    return std::ranges::any_of(
+        keys, [&](std::string_view key) { return properties.valueForKey(key).isNothing(); });
+}
 
-DictionaryPtr propertiesFromFacts(const ImageFacts& facts) {
-    const auto packet = propertiesFromXmpPacket(facts.xmp.bytes());
-    auto read = readExifProperties(facts, packet);
+/// Whether the packet may tell something that a library keeps and the directories lack.
+bool mayTellMore(std::string_view packet, const ExifProperties& read) {
+    const auto mentions = [packet](
+                              std::string_view word) { return packet.find(word) != std::string_view::npos; };
+    const std::initializer_list<std::string_view> placeKeys = {kCGImagePropertyGPSLatitude,
+        kCGImagePropertyGPSLongitude, kCGImagePropertyGPSAltitude, kCGImagePropertyGPSSpeed,
+        kCGImagePropertyGPSImgDirection, kCGImagePropertyGPSTrack, kCGImagePropertyGPSHPositioningError};
+    return mentions("Rating") || mentions("title") || mentions("ns.google.com/photos/") ||
+           (lacksAny(read.exif, {kCGImagePropertyExifDateTimeOriginal}) && mentions("DateTimeOriginal")) ||
+           (lacksAny(read.exif, {kCGImagePropertyExifExposureTime}) && mentions("ExposureTime")) ||
+           (lacksAny(read.exif, {kCGImagePropertyExifUserComment}) && mentions("UserComment")) ||
+           (lacksAny(read.exif, {kCGImagePropertyExifCustomRendered}) && mentions("CustomRendered")) ||
+           (lacksAny(read.tiff, {kCGImagePropertyTIFFMake}) && mentions("Make")) ||
+           (lacksAny(read.tiff, {kCGImagePropertyTIFFModel}) && mentions("Model")) ||
+           (lacksAny(read.tiff, {kCGImagePropertyTIFFOrientation}) && mentions("Orientation")) ||
+           (lacksAny(read.gps, placeKeys) && mentions("GPS"));
+}
+
+DictionaryPtr propertiesOfImage(
+    const ImageFacts& facts, const std::vector<XmpProperty>& packet, ExifProperties read) {
     auto properties = Dictionary::make();
     addPixels(*properties, facts);
     addOrientation(*properties, facts, read.tiff);
@@ -107,6 +132,23 @@ DictionaryPtr propertiesFromFacts(const ImageFacts& facts) {
                          {kCGImagePropertyIPTCDictionary, iptcProperties(facts.iptc, packet, read.rating)},
                      });
     return properties;
+}
+
+} // namespace
+
+DictionaryPtr propertiesFromFacts(const ImageFacts& facts) {
+    const auto packet = propertiesFromXmpPacket(facts.xmp.bytes());
+    return propertiesOfImage(facts, packet, readExifProperties(facts, packet));
+}
+
+LibraryMetadata libraryMetadataFromFacts(const ImageFacts& facts) {
+    auto read = readExifPropertiesForLibrary(facts, {});
+    if (!mayTellMore(facts.xmp.text(), read)) {
+        return {propertiesOfImage(facts, {}, std::move(read)), {}};
+    }
+    auto packet = propertiesFromXmpPacket(facts.xmp.bytes());
+    auto properties = propertiesOfImage(facts, packet, readExifPropertiesForLibrary(facts, packet));
+    return {std::move(properties), std::move(packet)};
 }
 
 } // namespace exifcard

@@ -11,6 +11,8 @@
 
 namespace exifcard {
 
+struct LibraryMetadata;
+
 using NamedDictionary = std::pair<std::string_view, DictionaryPtr>;
 
 /// What the container of one image tells, and where in it the metadata blocks
@@ -44,5 +46,7 @@ struct ImageFacts {
 
 /// The properties dictionary of the image.
 DictionaryPtr propertiesFromFacts(const ImageFacts& facts);
+/// See `CGImageSourceCopyLibraryMetadata`.
+LibraryMetadata libraryMetadataFromFacts(const ImageFacts& facts);
 
 } // namespace exifcard

@@ -130,13 +130,6 @@ void addPacket(MediaFacts& facts, const std::vector<XmpProperty>& packet) {
     }
 }
 
-/// Most packets hold nothing of all this; they need not be taken apart.
-std::vector<XmpProperty> googlePacket(const CGImageSource& source) {
-    const Data packet = CGImageSourceCopyXmpPacketAtIndex(source, 0);
-    const bool mayTell = packet.text().find("ns.google.com/photos/") != std::string_view::npos;
-    return mayTell ? propertiesFromXmpPacket(packet.bytes()) : std::vector<XmpProperty>();
-}
-
 /// Only these kinds of files may move; to count the pictures of others may mean to read all of them.
 bool isAnimated(const CGImageSource& source) {
     constexpr std::string_view kKinds[] = {"com.compuserve.gif", "org.webmproject.webp", "public.png"};
@@ -195,7 +188,7 @@ std::optional<CLLocation> locationFromProperties(const Dictionary& properties) {
 
 std::optional<MediaFacts> factsOfPicture(const Data& file, std::string_view name) {
     const CGImageSourcePtr source = CGImageSourceCreateWithData(file);
-    const DictionaryPtr properties = CGImageSourceCopyPropertiesAtIndex(*source, 0);
+    const auto [properties, packet] = CGImageSourceCopyLibraryMetadata(*source);
     if (!properties) {
         return std::nullopt;
     }
@@ -211,7 +204,6 @@ std::optional<MediaFacts> factsOfPicture(const Data& file, std::string_view name
     const Section maker(*properties, kCGImagePropertyMakerAppleDictionary);
     facts.contentIdentifier = maker.text(kAppleContentIdentifier);
     facts.burstIdentifier = maker.text(kAppleBurst);
-    const auto packet = googlePacket(*source);
     addPacket(facts, packet);
     facts.embeddedVideo = embeddedVideo(file, packet);
     return facts;
