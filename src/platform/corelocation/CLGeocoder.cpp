@@ -4,8 +4,10 @@
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FilePaths.h"
 #include "platform/foundation/Locale.h"
+#include "platform/foundation/LocalizedString.h"
 #include "platform/foundation/Log.h"
 
+#include <cstdint>
 #include <mutex>
 #include <unordered_map>
 #include <utility>
@@ -27,22 +29,22 @@ std::unique_ptr<const Gazetteer> openBundledGazetteer() {
 class CountryNames {
 public:
     std::string nameOf(std::string_view isoCode) {
-        auto locale = Locale::current();
+        const auto generation = localizationGeneration();
         const std::lock_guard lock(_mutex);
-        if (locale != _locale) {
-            _locale = std::move(locale);
+        if (generation != _generation) {
+            _generation = generation;
             _names.clear();
         }
         const auto [name, isNew] = _names.try_emplace(std::string(isoCode));
         if (isNew) {
-            name->second = _locale.localizedCountryName(isoCode);
+            name->second = Locale::current().localizedCountryName(isoCode);
         }
         return name->second;
     }
 
 private:
     std::mutex _mutex;
-    Locale _locale = Locale::system();                   // Guarded by _mutex.
+    std::uint64_t _generation = 0;                       // Of `_names`. Guarded by _mutex.
     std::unordered_map<std::string, std::string> _names; // By code. Guarded by _mutex.
 };
 

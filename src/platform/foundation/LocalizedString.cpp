@@ -28,6 +28,7 @@ std::unique_ptr<const MessageCatalogue> catalogueForUser() {
 }
 
 std::atomic<const Localization*> currentLocalization = nullptr;
+std::atomic<std::uint64_t> resets = 0;
 
 /// Blocks other threads while the catalogue is read, some hundred microseconds once.
 const Localization& chooseLocalization() {
@@ -63,6 +64,11 @@ std::string localizedStringWithFormat(const char* key, std::initializer_list<For
 
 void resetLocalization() {
     currentLocalization = nullptr;
+    ++resets;
+}
+
+std::uint64_t localizationGeneration() {
+    return resets;
 }
 
 } // namespace exifcard

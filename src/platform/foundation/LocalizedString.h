@@ -2,6 +2,7 @@
 
 #include "platform/foundation/FormatString.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -26,5 +27,7 @@ std::string localizedStringWithFormat(const char* key, std::initializer_list<For
 /// Drops what was chosen and reads the environment again at the next call; for
 /// tests. Texts answered before stay valid.
 void resetLocalization();
+/// How often it was reset: whoever keeps something in the user's language compares.
+std::uint64_t localizationGeneration();
 
 } // namespace exifcard

@@ -1,6 +1,7 @@
 #include "platform/corelocation/CLGeocoder.h"
 
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/LocalizedString.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@ protected:
     void SetUp() override {
         setenv("LC_ALL", "en_US.UTF-8", 1);
         unsetenv("LANGUAGE");
+        resetLocalization();
     }
 };
 
@@ -119,8 +121,10 @@ TEST_F(CLGeocoderTest, AnswersTheSameFromEitherSideOfTheAntimeridian) {
 
 TEST_F(CLGeocoderTest, NamesTheCountryInTheUsersLanguage) {
     setenv("LC_ALL", "de_DE.UTF-8", 1);
+    resetLocalization();
     EXPECT_EQ(placeAtCoordinate({48.8584, 2.2945}).placemark.value().country, "Frankreich");
     setenv("LC_ALL", "fr_FR.UTF-8", 1);
+    resetLocalization();
     EXPECT_EQ(placeAtCoordinate({52.5163, 13.3777}).placemark.value().country, "Allemagne");
 }
 
