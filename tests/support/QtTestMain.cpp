@@ -11,5 +11,7 @@ int main(int argumentCount, char** arguments) {
     exifcard::UIApplication::prepare();
     const QApplication application(argumentCount, arguments);
     exifcard::UIApplication::start();
-    return RUN_ALL_TESTS();
+    const int status = RUN_ALL_TESTS();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return status;
 }

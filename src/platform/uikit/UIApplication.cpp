@@ -2,16 +2,27 @@
 
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/NotificationCenter.h"
+#include "platform/uikit/Accessibility.h"
 #include "platform/uikit/ApplicationPalette.h"
+#include "platform/uikit/UIFont.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFont>
+#include <QFontDatabase>
 #include <QPixmapCache>
 
 #include <memory>
 
+/// A linker leaves out what nobody names; the name is made outside of every namespace.
+static void keepFonts() {
+    Q_INIT_RESOURCE(fonts);
+}
+
 namespace exifcard {
 namespace {
 
+constexpr double kControlTextSize = 15;
 /// Enough for the pictures and shadows of a few screens at twice the scale.
 constexpr int kKeptPicturesInKibibytes = 48 * 1024;
 
@@ -23,6 +34,15 @@ void drainMainQueueFromToolkit() {
     });
 }
 
+void addBundledFonts() {
+    keepFonts();
+    const QDir fonts(QStringLiteral(":/fonts"));
+    for (const QString& name : fonts.entryList()) {
+        QFontDatabase::addApplicationFont(fonts.filePath(name));
+    }
+    QApplication::setFont(qFont({"AvenirNext-Regular", kControlTextSize}));
+}
+
 } // namespace
 
 void UIApplication::prepare() {
@@ -32,7 +52,9 @@ void UIApplication::prepare() {
 
 void UIApplication::start() {
     QPixmapCache::setCacheLimit(kKeptPicturesInKibibytes);
+    addBundledFonts();
     QApplication::setPalette(applicationPalette());
+    installAccessibility();
     drainMainQueueFromToolkit();
 }
 

@@ -8,8 +8,6 @@
 #include <memory>
 #include <vector>
 
-class QVariantAnimation;
-
 namespace exifcard {
 
 class NavigationBar;
@@ -66,9 +64,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    class Movement;
+    struct Movement;
 
-    void embed(const std::shared_ptr<UIViewController>& viewController);
+    /// The lowest screen becomes a child as soon as this one is held by somebody.
+    void adoptRoot();
     void move(const std::shared_ptr<UIViewController>& from,
         const std::shared_ptr<UIViewController>& to,
         bool isPush,
@@ -76,10 +75,12 @@ private:
     void finishMovement();
     void layOut();
     void updateBar();
+    QRect contentPlace() const;
 
     std::vector<std::shared_ptr<UIViewController>> _stack;
-    std::weak_ptr<UIViewController> _rootToAdopt;
+    bool _isBarHidden = false;
     QPointer<NavigationBar> _bar;
+    QPointer<UINavigationItem> _shownItem;
     std::unique_ptr<Movement> _movement;
 };
 

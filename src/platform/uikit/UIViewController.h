@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/NotificationCenter.h"
 #include "platform/uivalues/CGGeometry.h"
 
 #include <QObject>
@@ -67,7 +68,8 @@ public:
     virtual void viewDidAppear(bool animated);
     virtual void viewWillDisappear(bool animated);
     virtual void viewDidDisappear(bool animated);
-    /// Before the view takes the size; called again, with the same size, when it has it.
+    /// Before the view takes the size; called again, with the same size, when it has it. Whoever resizes a
+    /// window's root calls it; children hear it from the base.
     virtual void viewWillTransitionToSize(CGSize size, bool isComplete);
     virtual void traitCollectionDidChange(const UITraitCollection& previous);
     virtual void didReceiveMemoryWarning() {}
@@ -84,6 +86,11 @@ protected:
 private:
     enum class Appearance { Disappeared, Appearing, Appeared, Disappearing };
 
+    bool standsVisiblyIn(const QWidget& container) const;
+    void layOutIfNeeded();
+    template<typename Call>
+    void forEachChildOnScreen(const Call& call);
+
     QPointer<QWidget> _view; ///< Owned, also while it stands in another view.
     std::string _title;
     std::unique_ptr<UINavigationItem> _navigationItem;
@@ -91,6 +98,8 @@ private:
     std::weak_ptr<UIViewController> _parent;
     Appearance _appearance = Appearance::Disappeared;
     bool _isAnimated = false;
+    bool _needsLayout = true;
+    NotificationCenter::Observation _memoryWarning;
 };
 
 } // namespace exifcard

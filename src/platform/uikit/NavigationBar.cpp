@@ -1,0 +1,106 @@
+#include "platform/uikit/NavigationBar.h"
+
+#include "appearance/UIColor+Hex.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/PictureButton.h"
+#include "platform/uikit/Text+Qt.h"
+#include "platform/uikit/UIColor+Qt.h"
+#include "platform/uikit/UIFont.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace exifcard {
+namespace {
+
+constexpr int kButtonSide = 44;
+constexpr int kMargin = 4;
+
+UIColor hairlineColor() {
+    return UIColor(colorWithHexString("DCDCDE").resolved(UIUserInterfaceStyle::Light),
+        colorWithHexString("2A2A2C").resolved(UIUserInterfaceStyle::Light));
+}
+
+} // namespace
+
+NavigationBar::NavigationBar(QWidget* parent)
+    : UIView(parent)
+    , _titleLabel(new QLabel(this))
+    , _backButton(new PictureButton("backButton", qString(localizedString("Back")), this)) {
+    setBackgroundColor(themeColor());
+    _titleLabel->setAlignment(Qt::AlignCenter);
+    _titleLabel->setTextFormat(Qt::PlainText);
+    _titleLabel->setFont(qFont({"AvenirNext-Regular", 17}));
+    setAccessibilityTraits(*_titleLabel, kUIAccessibilityTraitHeader);
+    _backButton->setMirrored(true);
+    _backButton->hide();
+    connect(_backButton, &QAbstractButton::clicked, this, &NavigationBar::backChosen);
+}
+
+void NavigationBar::setTitle(const QString& title) {
+    _title = title;
+    layOut();
+}
+
+QAbstractButton& NavigationBar::backButton() {
+    return *_backButton;
+}
+
+void NavigationBar::setButtons(QAbstractButton* left, QAbstractButton* right) {
+    for (const auto& button : {_left, _right}) {
+        if (button && button != left && button != right && button->parentWidget() == this) {
+            button->hide();
+        }
+    }
+    _left = left;
+    _right = right;
+    for (QAbstractButton* const button : {left, right}) {
+        if (button) {
+            button->setParent(this);
+            button->show();
+        }
+    }
+    layOut();
+}
+
+void NavigationBar::layOut() {
+    const QRect leftPlace(kMargin, 0, kButtonSide, kButtonSide);
+    const QRect rightPlace(width() - kMargin - kButtonSide, 0, kButtonSide, kButtonSide);
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    if (_left) {
+        _left->setGeometry(isMirrored ? rightPlace : leftPlace);
+    }
+    if (_right) {
+        _right->setGeometry(isMirrored ? leftPlace : rightPlace);
+    }
+    const int side = _left || _right ? kButtonSide + 2 * kMargin : 4 * kMargin;
+    _titleLabel->setGeometry(side, 0, std::max(width() - 2 * side, 0), kHeight - 1);
+    const QString shown = _titleLabel->fontMetrics().elidedText(_title, Qt::ElideRight, _titleLabel->width());
+    _titleLabel->setText(shown);
+    _titleLabel->setToolTip(shown == _title ? QString() : _title);
+    setAccessibilityLabel(*_titleLabel, _title);
+}
+
+void NavigationBar::paintEvent(QPaintEvent* event) {
+    UIView::paintEvent(event);
+    QPainter painter(this);
+    painter.fillRect(QRect(0, height() - 1, width(), 1), qColor(hairlineColor()));
+}
+
+void NavigationBar::resizeEvent(QResizeEvent* event) {
+    UIView::resizeEvent(event);
+    layOut();
+}
+
+void NavigationBar::changeEvent(QEvent* event) {
+    UIView::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        layOut();
+    }
+}
+
+} // namespace exifcard
