@@ -4,7 +4,13 @@
 
 #include <string>
 
+class QLabel;
+
 namespace exifcard {
+
+class MBBarProgressView;
+class MBRoundProgressView;
+class UIActivityIndicatorView;
 
 /// The platform's numbers.
 enum class MBProgressHUDMode {
@@ -33,17 +39,40 @@ public:
     void setMode(MBProgressHUDMode mode);
     const std::string& labelText() const { return _labelText; }
     void setLabelText(std::string text);
+    const std::string& detailsLabelText() const { return _detailsLabelText; }
     void setDetailsLabelText(std::string text);
     float progress() const { return _progress; }
     void setProgress(float progress); ///< 0 … 1
+    /// Was told to hide and is fading out.
+    bool isLeaving() const { return _isLeaving; }
+    /// Shown in that mode; owned by the overlay from then on. Null for none.
+    void setCustomView(QWidget* customView);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     explicit MBProgressHUD(QWidget& view);
+
+    void hide(bool animated);
+    void fade(double from, double to, bool isLeaving);
+    QWidget* indicator() const;
+    void showIndicator();
+    void layOut();
 
     MBProgressHUDMode _mode = MBProgressHUDMode::Indeterminate;
     std::string _labelText;
     std::string _detailsLabelText;
     float _progress = 0;
+    bool _isLeaving = false;
+    UIActivityIndicatorView* _spinner; // The views below are children.
+    MBRoundProgressView* _disc;
+    MBBarProgressView* _bar;
+    QWidget* _customView = nullptr;
+    QLabel* _label;
+    QLabel* _detailsLabel;
+    UIView* _box;
 };
 
 } // namespace exifcard
