@@ -4,6 +4,10 @@
 
 namespace exifcard {
 
+namespace Ui {
+class ExifGridWithDetailsCollectionViewCell;
+}
+
 /// A tile of a grid: the picture over camera, exposure, size and date.
 class ExifGridWithDetailsCollectionViewCell : public ExifDataCollectionListViewCell {
     Q_OBJECT
@@ -18,8 +22,19 @@ public:
     void toggleTimeStamp();
     void showDateTimeAgo();
     void showDateTimeStamp();
-    bool isDisplayingTimeAgo() const;
+    bool isDisplayingTimeAgo() const { return _isDisplayingTimeAgo; }
     void prepareForReuse() override;
+
+protected:
+    void updateAccessibility() override;
+
+private:
+    void setUpLabels();
+    void showExposure();
+    void showDate(const std::string& text);
+
+    const std::unique_ptr<Ui::ExifGridWithDetailsCollectionViewCell> _interface;
+    bool _isDisplayingTimeAgo = false;
 };
 
 } // namespace exifcard

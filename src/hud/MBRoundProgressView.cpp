@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kLineWidth = 2;
 constexpr double kRingWidth = 5;
-constexpr double kGap = 1.5; ///< Between the outline and what fills it.
+constexpr double kGap = 1.5;  ///< Between the outline and what fills it.
 constexpr int kTop = 90 * 16; ///< As the toolkit counts: sixteenths of a degree, against the clock.
 constexpr double kWholeTurn = 360 * 16;
 const QColor kTrack(255, 255, 255, 51);

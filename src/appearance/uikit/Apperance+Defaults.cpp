@@ -1,7 +1,7 @@
-#include "appearance/uikit/Apperance+Defaults.h"
-
 #include "appearance/Apperance.h"
+
 #include "appearance/UIColor+Hex.h"
+#include "appearance/uikit/Apperance+Defaults.h"
 #include "platform/uivalues/UIDevice.h"
 
 #include <algorithm>
@@ -72,9 +72,8 @@ const std::vector<AppearanceDefault>& appearanceDefaults() {
 
 std::optional<UIColor> defaultColor(std::string_view view, std::string_view property) {
     const auto& defaults = installed();
-    const auto found = std::find_if(defaults.rbegin(), defaults.rend(), [view, property](const auto& entry) {
-        return entry.view == view && entry.property == property;
-    });
+    const auto found = std::find_if(defaults.rbegin(), defaults.rend(),
+        [view, property](const auto& entry) { return entry.view == view && entry.property == property; });
     const auto* const color = found == defaults.rend() ? nullptr : std::get_if<UIColor>(&found->value);
     return color ? std::optional(*color) : std::nullopt;
 }

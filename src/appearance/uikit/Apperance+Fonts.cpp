@@ -1,5 +1,4 @@
 #include "appearance/uikit/Apperance+Fonts.h"
-
 #include "platform/uivalues/UIDevice.h"
 #include "settings/PersistanceManager.h"
 

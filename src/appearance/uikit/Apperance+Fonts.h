@@ -15,8 +15,7 @@ const std::optional<UIFontMetrics>& calloutMetrics();
 
 std::optional<UIFont> scaledFontForBodyMetricsWithFont(const std::optional<UIFont>& font);
 /// @param maximumSize  In points.
-std::optional<UIFont> scaledFontForBodyMetricsWithFont(
-    const std::optional<UIFont>& font, double maximumSize);
+std::optional<UIFont> scaledFontForBodyMetricsWithFont(const std::optional<UIFont>& font, double maximumSize);
 std::optional<UIFont> scaledFontForCalloutMetricsWithFont(
     const std::optional<UIFont>& font, double maximumSize);
 

@@ -1,6 +1,6 @@
-#include "appearance/uikit/Apperance+Views.h"
-
 #include "appearance/Apperance.h"
+
+#include "appearance/uikit/Apperance+Views.h"
 #include "platform/uikit/TraitChanges.h"
 #include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UIView.h"
@@ -39,8 +39,7 @@ private:
     const std::vector<QPalette::ColorRole> _roles;
 };
 
-void follow(
-    QWidget& widget, const char* name, const UIColor& color, std::vector<QPalette::ColorRole> roles) {
+void follow(QWidget& widget, const char* name, const UIColor& color, std::vector<QPalette::ColorRole> roles) {
     const auto key = QString::fromLatin1(name);
     delete widget.findChild<QObject*>(key, Qt::FindDirectChildrenOnly); // What was set before.
     auto* const following = new FollowingColor(widget, color, std::move(roles));
@@ -59,8 +58,7 @@ void setAppearanceTintColorOnView(QWidget& view) {
 
 void setAppearanceTextColorOnLabel(QLabel& label) {
     // A label in a list takes the other role than one elsewhere.
-    follow(
-        label, "exifcardText", Apperance::appearanceTextColor(), {QPalette::WindowText, QPalette::Text});
+    follow(label, "exifcardText", Apperance::appearanceTextColor(), {QPalette::WindowText, QPalette::Text});
 }
 
 void setUltraLighBackgroundColorForSettingsPhotosSearchPromo(UIView& view) {

@@ -1,6 +1,5 @@
-#include "appearance/uikit/UIAppearance+Shadow.h"
-
 #include "appearance/UIColor+Hex.h"
+#include "appearance/uikit/UIAppearance+Shadow.h"
 #include "platform/uikit/CALayer.h"
 #include "platform/uivalues/UIDevice.h"
 #include "settings/PersistanceManager.h"

@@ -1,5 +1,4 @@
 #include "appearance/uikit/UITextField+Font.h"
-
 #include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UIFont.h"
 #include "platform/uivalues/UIColor.h"

@@ -29,8 +29,8 @@ constexpr Unit kUnits[] = {
 /// The formatter of a locale; the last one is kept, as making one is dear.
 std::shared_ptr<const icu::RelativeDateTimeFormatter> formatterOfLocale(const Locale& locale) {
     static std::mutex mutex;
-    static std::string lastIdentifier;                                   // Guarded by mutex.
-    static std::shared_ptr<const icu::RelativeDateTimeFormatter> last;   // Guarded by mutex.
+    static std::string lastIdentifier;                                 // Guarded by mutex.
+    static std::shared_ptr<const icu::RelativeDateTimeFormatter> last; // Guarded by mutex.
     const std::lock_guard lock(mutex);
     if (!last || lastIdentifier != locale.identifier()) {
         auto status = U_ZERO_ERROR;

@@ -1,7 +1,10 @@
 #pragma once
 
-#include <compare>
+// The toolkit's code generator cannot read <compare> as the first header of all.
+// clang-format off
 #include <cstddef>
+#include <compare>
+// clang-format on
 
 namespace exifcard {
 

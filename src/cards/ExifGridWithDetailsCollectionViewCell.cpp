@@ -1,0 +1,185 @@
+#include "cards/ExifGridWithDetailsCollectionViewCell.h"
+
+#include "appearance/Apperance.h"
+#include "appearance/ThemeColors.h"
+#include "appearance/uikit/Apperance+Views.h"
+#include "cards/CardOutlets.h"
+#include "metadata/DisplayDateFormatter.h"
+#include "metadata/ExifInformation.h"
+#include "platform/foundation/ByteCountFormatter.h"
+#include "platform/foundation/FormatString.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/foundation/RelativeDate.h"
+#include "platform/photos/PHAsset.h"
+#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/Text+Qt.h"
+#include "platform/uikit/UIFont.h"
+#include "settings/PersistanceManager.h"
+#include "ui_ExifGridWithDetailsCollectionViewCell.h"
+
+#include <QFont>
+#include <QStringList>
+
+namespace exifcard {
+namespace {
+
+constexpr double kFontSize = 10;
+constexpr double kStripOpacity = 0.5;
+
+QFont tileFont(const char* fontName) {
+    const auto font = UIFont::fontWithName(fontName, kFontSize);
+    return font ? qFont(*font) : QFont();
+}
+
+bool isVideo(const ExifInformation& record) {
+    return record.mediaType() == static_cast<std::int64_t>(PHAssetMediaType::Video);
+}
+
+QString readableValue(const ExifValue& row) {
+    return qString(row.exifValueReadableFormat.value_or(""));
+}
+
+/// Intended: without the moving half of a live photo, which the strip of the card counts too.
+QString sizeText(const ExifInformation& record) {
+    static const ByteCountFormatter formatter({.countStyle = ByteCountFormatter::CountStyle::File});
+    return qString(
+        stringWithFormat("%0.0f x %0.0f (%@)", {record.dimensions.width, record.dimensions.height,
+                                                   formatter.stringFromByteCount(record.fileSizeInBytes)}));
+}
+
+} // namespace
+
+ExifGridWithDetailsCollectionViewCell::ExifGridWithDetailsCollectionViewCell()
+    : _interface(std::make_unique<Ui::ExifGridWithDetailsCollectionViewCell>()) {
+    _interface->setupUi(this);
+    setAppearanceOnView(*_interface->cameraModelHolderView, kStripOpacity);
+    setAppearanceOnView(*_interface->filenameHolderView);
+    _interface->backgroundBorderView->setBackgroundColor(
+        colorForCurrentStyleWithLight(UIColor::white(0.2, 0.4), UIColor::white(0.2)));
+    _interface->imageView->setBackgroundColor(Apperance::ultraLightGrayColor());
+    _interface->favoriteButton->setPictureColor(Apperance::yellowColor());
+    _interface->favoriteButton->hide();
+    _interface->locationButton->setPictureColor(Apperance::appearanceTintColor());
+    _interface->cameraModelHolderView->hide();
+    setUpLabels();
+    setOutlets({.imageView = _interface->imageView,
+        .favoriteButton = _interface->favoriteButton,
+        .playButton = _interface->playButton,
+        .iCloudDownloadButton = _interface->iCloudDownloadButton,
+        .isSelectedHolderView = _interface->isSelectedHolderView});
+    createAnimationViewWithName("cloud_download");
+}
+
+ExifGridWithDetailsCollectionViewCell::~ExifGridWithDetailsCollectionViewCell() = default;
+
+void ExifGridWithDetailsCollectionViewCell::setUpLabels() {
+    static const QFont regular = tileFont("AvenirNext-Regular");
+    static const QFont demiBold = tileFont("AvenirNext-DemiBold");
+    for (TileLabel* const label : {_interface->apertureLabel, _interface->ISOLabel}) {
+        label->setFont(demiBold);
+        label->setTextColor(Apperance::appearanceTextColor());
+    }
+    for (TileLabel* const label : {_interface->cameraModelLabel, _interface->shutterSpeedLabel}) {
+        label->setFont(regular);
+        label->setTextColor(Apperance::appearanceTextColor());
+    }
+    for (TileLabel* const label : {_interface->imageDimensionAndFileSize, _interface->dateTakenLabel}) {
+        label->setFont(regular);
+        label->setTextColor(secondaryTextColor());
+    }
+    _interface->cameraModelLabel->setHaloColor(Apperance::appearanceBackgroundColor(kStripOpacity));
+}
+
+void ExifGridWithDetailsCollectionViewCell::setExifInfo(
+    const std::shared_ptr<ExifInformation>& exifInfo, ExifOriginalCellBlock withExifOriginalCellBlock) {
+    ExifDataCollectionListViewCell::setExifInfo(exifInfo, std::move(withExifOriginalCellBlock));
+    if (!exifInfo) {
+        return;
+    }
+    if (exifInfo->exifInfoAvailable) {
+        showExposure();
+    } else {
+        _interface->shutterSpeedLabel->setText(qString(localizedString("Exif Not available")));
+    }
+    _interface->cameraModelHolderView->setVisible(!_interface->cameraModelLabel->text().isEmpty());
+    if (exifInfo->phAsset) {
+        _interface->favoriteButton->setVisible(exifInfo->phAsset->isFavorite);
+        if (exifInfo->phAsset->isFavorite) {
+            _interface->favoriteButton->setChecked(true);
+        }
+    }
+    _interface->locationButton->setVisible(exifInfo->gpsInfoAvailable());
+    _interface->imageDimensionAndFileSize->setText(sizeText(*exifInfo));
+    if (PersistanceManager::sharedInstance().datePreferenceTimeAgoSinceNow()) {
+        showDateTimeAgo();
+    } else {
+        showDateTimeStamp();
+    }
+}
+
+void ExifGridWithDetailsCollectionViewCell::showExposure() {
+    const ExifInformation& record = *exifInfo();
+    if (isVideo(record)) {
+        _interface->apertureLabel->setText(readableValue(record.Duration()));
+        _interface->shutterSpeedLabel->clear();
+        _interface->ISOLabel->setText(readableValue(record.FramesPerSecond()));
+    } else {
+        _interface->apertureLabel->setText(readableValue(record.ApertureValue()));
+        _interface->shutterSpeedLabel->setText(qString(record.shutterSpeedString()));
+        _interface->ISOLabel->setText(
+            qString(localizedStringWithFormat("ISO %ld", {record.iSOSpeed.integerValue()})));
+    }
+    _interface->cameraModelLabel->setText(qString(record.cameraModel.value_or("")));
+}
+
+void ExifGridWithDetailsCollectionViewCell::toggleTimeStamp() {
+    if (_isDisplayingTimeAgo) {
+        showDateTimeStamp();
+    } else {
+        showDateTimeAgo();
+    }
+}
+
+void ExifGridWithDetailsCollectionViewCell::showDateTimeAgo() {
+    // Intended: a record without date keeps the text, but counts as one that shows the elapsed time.
+    if (exifInfo() && exifInfo()->dateTaken) {
+        showDate(stringWithFormat("  %@  ", {timeAgoSinceNow(*exifInfo()->dateTaken)}));
+    }
+    _isDisplayingTimeAgo = true;
+}
+
+void ExifGridWithDetailsCollectionViewCell::showDateTimeStamp() {
+    showDate(exifInfo() ? displayTextOfDate(exifInfo()->dateTaken) : std::string());
+    _isDisplayingTimeAgo = false;
+}
+
+void ExifGridWithDetailsCollectionViewCell::showDate(const std::string& text) {
+    _interface->dateTakenLabel->setText(qString(text));
+    updateAccessibility();
+}
+
+void ExifGridWithDetailsCollectionViewCell::updateAccessibility() {
+    ExifDataCollectionListViewCell::updateAccessibility();
+    QStringList parts;
+    for (const TileLabel* const label : {_interface->apertureLabel, _interface->shutterSpeedLabel,
+             _interface->ISOLabel, _interface->dateTakenLabel}) {
+        parts << label->text().trimmed();
+    }
+    if (exifInfo()) {
+        parts << qString(exifInfo()->locationName.value_or(""));
+    }
+    parts.removeAll(QString());
+    setAccessibilityHint(*this, parts.join(QStringLiteral(", ")));
+}
+
+void ExifGridWithDetailsCollectionViewCell::prepareForReuse() {
+    ExifDataCollectionListViewCell::prepareForReuse();
+    for (TileLabel* const label : {_interface->apertureLabel, _interface->shutterSpeedLabel,
+             _interface->ISOLabel, _interface->cameraModelLabel, _interface->dateTakenLabel,
+             _interface->imageDimensionAndFileSize}) {
+        label->clear();
+    }
+    _isDisplayingTimeAgo = false;
+}
+
+} // namespace exifcard

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/uikit/UIView.h"
+
+namespace exifcard {
+
+/// Lies over a tile and gives it its shape: along the edge a line of one point in its background colour and
+/// the border of the tile's own layer, which the picture would cover, and beyond the rounded corners the
+/// colour of the list.
+class TileBorderView : public UIView {
+    Q_OBJECT
+
+public:
+    explicit TileBorderView(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void drawBorder(QPainter& painter, const QColor& color, double lineWidth) const;
+};
+
+} // namespace exifcard
