@@ -28,8 +28,8 @@ enum class UIViewContentMode {
 };
 
 /// Shows a picture, cut at the view's edges and round corners. What is not decoded yet is decoded in the
-/// background and appears when it is ready; one that does not decode leaves the view empty. The picture is
-/// scaled once for a size, never while painting.
+/// background and appears when it is ready, until when the picture before stays; one that does not decode
+/// leaves the view empty. The picture is scaled once for a size, when the view is first painted in it.
 class UIImageView : public UIView {
     Q_OBJECT
 
@@ -46,7 +46,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     class Rendering;

@@ -20,6 +20,7 @@ public:
     std::shared_ptr<const Bitmap> decode(std::optional<CGSize> /*smallest*/) const override {
         return _bitmap;
     }
+    bool isDecoded() const override { return true; }
 
 private:
     std::shared_ptr<const Bitmap> _bitmap;

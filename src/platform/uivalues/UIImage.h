@@ -40,6 +40,8 @@ public:
     /// direction); without one it is the full size. Safe to call on any thread.
     /// @return Null when the bytes do not decode.
     virtual std::shared_ptr<const Bitmap> decode(std::optional<CGSize> smallest) const = 0;
+    /// Whether `decode` only answers what is there, so that the main queue may call it.
+    virtual bool isDecoded() const { return false; }
 };
 
 /// A picture: size and orientation are known at once, pixels are decoded when

@@ -1,0 +1,77 @@
+#include "platform/uivalues/UIImage.h"
+
+#include "platform/uikit/UIImage+Qt.h"
+#include "platform/uivalues/Bitmap.h"
+#include "platform/uivalues/BitmapGeometry.h"
+
+#include <QColorSpace>
+
+#include <algorithm>
+#include <cstddef>
+
+namespace exifcard {
+namespace {
+
+QImage::Format formatOf(const Bitmap& bitmap) {
+    switch (bitmap.channels) {
+    case 1:
+        return QImage::Format_Grayscale8;
+    case 4:
+        return QImage::Format_RGBA8888;
+    default:
+        return QImage::Format_RGB888;
+    }
+}
+
+QImage qImageFromBitmap(const Bitmap& bitmap) {
+    const QImage shared(bitmap.pixels.data(), bitmap.width, bitmap.height,
+        qsizetype{bitmap.width} * bitmap.channels, formatOf(bitmap));
+    QImage image = shared.convertToFormat(
+        bitmap.channels == 4 ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    if (!bitmap.iccProfile.empty()) {
+        const QByteArray profile(reinterpret_cast<const char*>(bitmap.iccProfile.data()),
+            static_cast<qsizetype>(bitmap.iccProfile.size()));
+        const QColorSpace space = QColorSpace::fromIccProfile(profile);
+        if (space.isValid()) { // Of grey and of printers' colours there are none.
+            image.setColorSpace(space);
+            image.convertToColorSpace(QColorSpace(QColorSpace::SRgb));
+        }
+    }
+    return image;
+}
+
+} // namespace
+
+QImage qImageFromUIImage(const UIImage& picture, std::optional<CGSize> smallest) {
+    const int turn = exifFromImageOrientation(picture.orientation());
+    if (smallest && isQuarterTurn(turn)) {
+        std::swap(smallest->width, smallest->height);
+    }
+    const auto stored = picture.bitmap(smallest);
+    if (!stored || stored->isEmpty()) {
+        return {};
+    }
+    return qImageFromBitmap(turn == 1 ? *stored : turnedBitmap(*stored, turn));
+}
+
+std::shared_ptr<UIImage> imageFromQImage(const QImage& image, double scale) {
+    if (image.isNull()) {
+        return nullptr;
+    }
+    const bool hasAlpha = image.hasAlphaChannel();
+    const QImage plain = image.convertToFormat(hasAlpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+    auto bitmap = std::make_shared<Bitmap>();
+    bitmap->width = plain.width();
+    bitmap->height = plain.height();
+    bitmap->channels = hasAlpha ? 4 : 3;
+    const auto rowLength =
+        static_cast<std::size_t>(plain.width()) * static_cast<std::size_t>(bitmap->channels);
+    bitmap->pixels.reserve(rowLength * static_cast<std::size_t>(plain.height()));
+    for (int row = 0; row < plain.height(); ++row) {
+        const uchar* const line = plain.constScanLine(row);
+        bitmap->pixels.insert(bitmap->pixels.end(), line, line + rowLength);
+    }
+    return UIImage::imageWithBitmap(std::move(bitmap), scale);
+}
+
+} // namespace exifcard

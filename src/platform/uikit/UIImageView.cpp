@@ -1,0 +1,125 @@
+#include "platform/uikit/UIImageView.h"
+
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/uikit/ContentFitting.h"
+#include "platform/uikit/LayerPainting.h"
+#include "platform/uivalues/UIImage.h"
+
+#include <QPainter>
+#include <QPointer>
+
+#include <optional>
+#include <utility>
+
+namespace exifcard {
+namespace {
+
+/// A decoded picture of so many pixels is scaled in a few milliseconds, sooner than a blank frame would be
+/// seen.
+constexpr double kMostPixelsScaledAtOnce = 1'000'000;
+
+bool isQuicklyDrawn(const UIImage& image) {
+    return image.pixelSource() && image.pixelSource()->isDecoded() &&
+           double(image.storedWidth()) * image.storedHeight() <= kMostPixelsScaledAtOnce;
+}
+
+} // namespace
+
+/// What is shown of the picture, and what of it is being made. Main queue only.
+class UIImageView::Rendering : public std::enable_shared_from_this<Rendering> {
+public:
+    explicit Rendering(UIImageView& view) : _view(&view) {}
+
+    /// The next `prepare` draws another picture. What is shown stays until that is ready.
+    void forgetRequest() { _requested.reset(); }
+    void clear() {
+        _requested.reset();
+        _pixmap = QPixmap();
+    }
+    const QPixmap& pixmap() const { return _pixmap; }
+
+    void prepare(const std::shared_ptr<const UIImage>& image, const FittedContent& content) {
+        if (!image || content.viewSize.isEmpty() || _requested == content) {
+            return;
+        }
+        _requested = content;
+        const int number = ++_latestNumber;
+        if (isQuicklyDrawn(*image)) {
+            _pixmap = QPixmap::fromImage(drawnContent(*image, content));
+            return;
+        }
+        DispatchQueue::globalQueue().async([image, content, number, weakSelf = weak_from_this()] {
+            if (weakSelf.expired()) {
+                return; // The view is gone.
+            }
+            DispatchQueue::mainQueue().async([drawn = drawnContent(*image, content), number, weakSelf] {
+                if (const auto self = weakSelf.lock()) {
+                    self->accept(drawn, number);
+                }
+            });
+        });
+    }
+
+private:
+    void accept(const QImage& drawn, int number) {
+        if (number != _latestNumber || !_requested) {
+            return; // Another picture or size was asked for meanwhile.
+        }
+        _pixmap = QPixmap::fromImage(drawn);
+        if (_view) {
+            _view->update();
+        }
+    }
+
+    QPointer<UIImageView> _view;
+    QPixmap _pixmap;
+    std::optional<FittedContent> _requested;
+    int _latestNumber = 0;
+};
+
+UIImageView::UIImageView(QWidget* parent) : UIView(parent), _rendering(std::make_shared<Rendering>(*this)) {
+}
+
+UIImageView::~UIImageView() = default;
+
+void UIImageView::setImage(std::shared_ptr<const UIImage> image) {
+    if (image == _image) {
+        return;
+    }
+    _image = std::move(image);
+    if (_image) {
+        _rendering->forgetRequest();
+    } else {
+        _rendering->clear();
+    }
+    update();
+}
+
+void UIImageView::setContentMode(UIViewContentMode contentMode) {
+    const bool isMode =
+        contentMode >= UIViewContentMode::ScaleToFill && contentMode <= UIViewContentMode::BottomRight;
+    _contentMode = isMode ? contentMode : UIViewContentMode::ScaleToFill;
+    update();
+}
+
+void UIImageView::paintEvent(QPaintEvent* event) {
+    UIView::paintEvent(event);
+    _rendering->prepare(_image, {size(), _contentMode, layer().cornerRadius, devicePixelRatioF()});
+    const QPixmap& pixmap = _rendering->pixmap();
+    if (pixmap.isNull()) {
+        return;
+    }
+    QPainter painter(this);
+    if (pixmap.deviceIndependentSize().toSize() == size()) {
+        painter.drawPixmap(0, 0, pixmap);
+    } else {
+        painter.drawPixmap(rect(), pixmap); // Until the one of the new size is there.
+    }
+    if (layer().borderWidth > 0) { // A border lies above the content.
+        CALayer border = layer();
+        border.backgroundColor = UIColor::white(0, 0);
+        paintLayer(painter, border, rect());
+    }
+}
+
+} // namespace exifcard
