@@ -1,0 +1,178 @@
+#include "screens/LibraryFollower.h"
+
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/UserDefaults.h"
+#include "screens/EmptyStateView.h"
+#include "screens/ExifDataListDataSource.h"
+#include "screens/ExifDataListViewController.h"
+#include "screens/RecordsOfChange.h"
+#include "settings/PersistanceManager.h"
+
+#include <QTimer>
+
+#include <utility>
+
+namespace exifcard {
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenReloads{1000};
+
+bool isReadable(PHAuthorizationStatus status) {
+    return status == PHAuthorizationStatus::Authorized || status == PHAuthorizationStatus::Limited;
+}
+
+} // namespace
+
+/// What the library knows of a follower, so that no queue of it ever holds a screen.
+class LibraryFollower::Observer : public PHPhotoLibraryChangeObserver {
+public:
+    explicit Observer(std::weak_ptr<ExifDataListViewController> screen) : _screen(std::move(screen)) {}
+
+    void photoLibraryDidChange(const PHChange& change) override {
+        DispatchQueue::mainQueue().async([screen = _screen, change] {
+            if (const auto list = screen.lock()) {
+                list->photoLibraryDidChange(change);
+            }
+        });
+    }
+
+private:
+    const std::weak_ptr<ExifDataListViewController> _screen;
+};
+
+LibraryFollower::LibraryFollower(std::weak_ptr<ExifDataListViewController> screen)
+    : _screen(std::move(screen)) {
+}
+
+LibraryFollower::~LibraryFollower() = default;
+
+void LibraryFollower::start() {
+    const auto noteLater = [weak = weak_from_this()](const Notification&) {
+        DispatchQueue::mainQueue().async([weak] {
+            if (const auto self = weak.lock()) {
+                self->noteAuthorization();
+            }
+        });
+    };
+    _defaultsObservation = NotificationCenter::defaultCenter().addObserver(
+        kUserDefaultsDidChangeNotification, /*object=*/nullptr, noteLater);
+    _status = PHPhotoLibrary::authorizationStatus();
+    if (_status == PHAuthorizationStatus::NotDetermined) {
+        PHPhotoLibrary::requestAuthorization([noteLater](PHAuthorizationStatus) { noteLater({}); });
+    } else if (isReadable(_status)) {
+        observeLibrary();
+    }
+}
+
+void LibraryFollower::stop() {
+    if (_observer) {
+        PHPhotoLibrary::sharedPhotoLibrary().unregisterChangeObserver(*_observer);
+        _observer.reset();
+    }
+    _defaultsObservation = {};
+}
+
+void LibraryFollower::noteAuthorization() {
+    const auto status = PHPhotoLibrary::authorizationStatus();
+    const auto screen = _screen.lock();
+    if (status == _status || !screen) {
+        return;
+    }
+    _status = status;
+    if (isReadable(status)) {
+        observeLibrary();
+    }
+    screen->refresh();
+}
+
+void LibraryFollower::observeLibrary() {
+    if (!_observer) {
+        _observer = std::make_shared<Observer>(_screen);
+        PHPhotoLibrary::sharedPhotoLibrary().registerChangeObserver(_observer);
+    }
+}
+
+void LibraryFollower::libraryDidChange(const PHChange& change) {
+    _waitingChange = change; // Each one tells all that happened since the fetch.
+    takeWaitingChange();
+}
+
+void LibraryFollower::takeWaitingChange() {
+    const auto screen = _screen.lock();
+    if (!screen || !_waitingChange || _isComparing || screen->dataSource->isLoading()) {
+        return;
+    }
+    _isComparing = true;
+    DispatchQueue::globalQueue().async([weak = weak_from_this(),
+                                           change = *std::exchange(_waitingChange, std::nullopt),
+                                           listed = ListedAssets::ofDataSource(*screen->dataSource)] {
+        DispatchQueue::mainQueue().async([weak, change, records = RecordsOfChange::compare(change, listed)] {
+            if (const auto self = weak.lock()) {
+                self->changeArrived(change, records);
+            }
+        });
+    });
+}
+
+void LibraryFollower::changeArrived(const PHChange& change, const RecordsOfChange& records) {
+    _isComparing = false;
+    const auto screen = _screen.lock();
+    if (!screen) {
+        return;
+    }
+    if (!records.listed.isStillListed(*screen->dataSource)) {
+        libraryDidChange(change); // The list became another one meanwhile.
+        return;
+    }
+    if (records.needsReload) {
+        reloadSoon(change, records);
+    } else if (records.fetchResultAfterChanges) {
+        records.apply(*screen->dataSource);
+        screen->followSelection();
+    }
+    if (!_isReloadDue) {
+        takeWaitingChange();
+    }
+}
+
+void LibraryFollower::reloadSoon(const PHChange& change, const RecordsOfChange& records) {
+    const auto screen = _screen.lock();
+    const auto now = Clock::now();
+    if (!_lastReload || now - *_lastReload >= kBetweenReloads) {
+        _lastReload = now;
+        screen->dataSource->replaceFetchResult(records.fetchResultAfterChanges);
+        return;
+    }
+    _waitingChange = change;
+    if (std::exchange(_isReloadDue, true)) {
+        return;
+    }
+    const auto rest =
+        std::chrono::duration_cast<std::chrono::milliseconds>(*_lastReload + kBetweenReloads - now);
+    QTimer::singleShot(rest + std::chrono::milliseconds(1), screen.get(), [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) {
+            self->_isReloadDue = false;
+            self->takeWaitingChange();
+        }
+    });
+}
+
+std::optional<EmptyListReason> LibraryFollower::reasonForEmptyList() const {
+    const auto screen = _screen.lock();
+    if (!screen || screen->dataSource->isLoading() || screen->dataSource->hasMoreExifObjects ||
+        !screen->dataSource->exifDataItemsArray.empty() || _status == PHAuthorizationStatus::NotDetermined) {
+        return std::nullopt;
+    }
+    if (!isReadable(_status)) {
+        return EmptyListReason::NoAccess;
+    }
+    const auto& settings = PersistanceManager::sharedInstance();
+    const bool hidesSome = !screen->dataSource->unFilteredExifDataItemsArray.empty();
+    // The location filter is a part of the query too, whose result is then empty.
+    if (hidesSome || settings.locationFilter() != 0) {
+        return EmptyListReason::Filter;
+    }
+    return screen->dataSource->assetCollection ? EmptyListReason::EmptyAlbum : EmptyListReason::NoPhotos;
+}
+
+} // namespace exifcard

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/foundation/NotificationCenter.h"
+#include "platform/photos/PHChange.h"
+#include "platform/photos/PHPhotoLibrary.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace exifcard {
+
+class ExifDataListViewController;
+enum class EmptyListReason;
+struct RecordsOfChange;
+
+/// Keeps a list screen in step with the photo library and with what the user decides about access to it.
+///
+/// Main queue; changes are looked at and their records built on another. A change is taken in while nothing
+/// else is: what comes during a page waits for its end.
+class LibraryFollower : public std::enable_shared_from_this<LibraryFollower> {
+public:
+    explicit LibraryFollower(std::weak_ptr<ExifDataListViewController> screen);
+    ~LibraryFollower();
+    LibraryFollower(const LibraryFollower&) = delete;
+    LibraryFollower& operator=(const LibraryFollower&) = delete;
+
+    /// Asks for access where nobody has decided, and observes the library where it may be read.
+    void start();
+    void stop();
+    void libraryDidChange(const PHChange& change);
+    /// Takes in what came while a page was read.
+    void takeWaitingChange();
+    /// Why the list shows no photo; nothing while it does, or may yet.
+    std::optional<EmptyListReason> reasonForEmptyList() const;
+
+private:
+    class Observer;
+    using Clock = std::chrono::steady_clock;
+
+    void noteAuthorization();
+    void observeLibrary();
+    void changeArrived(const PHChange& change, const RecordsOfChange& records);
+    void reloadSoon(const PHChange& change, const RecordsOfChange& records);
+
+    std::weak_ptr<ExifDataListViewController> _screen;
+    std::shared_ptr<Observer> _observer;
+    NotificationCenter::Observation _defaultsObservation;
+    PHAuthorizationStatus _status = PHAuthorizationStatus::NotDetermined;
+    std::optional<PHChange> _waitingChange;
+    bool _isComparing = false;
+    bool _isReloadDue = false;
+    std::optional<Clock::time_point> _lastReload;
+};
+
+} // namespace exifcard

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace Ui {
+class StickerPhotosExifViewController;
+}
+
+namespace exifcard {
+
+/// Gives the strip below an album its texts, fonts and colours.
+void fillOptionStrip(const Ui::StickerPhotosExifViewController& interface);
+
+} // namespace exifcard

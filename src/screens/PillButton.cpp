@@ -1,0 +1,46 @@
+#include "screens/PillButton.h"
+
+#include "appearance/Apperance.h"
+#include "platform/uikit/UIColor+Qt.h"
+#include "platform/uikit/UIFont.h"
+
+#include <QPainter>
+
+namespace exifcard {
+namespace {
+
+constexpr int kHeight = 40;
+constexpr int kSideMargin = 20;
+constexpr double kTextSize = 15;
+
+} // namespace
+
+PillButton::PillButton(QWidget& parent) : QAbstractButton(&parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    if (const auto font = UIFont::fontWithName("AvenirNext-DemiBold", kTextSize)) {
+        setFont(qFont(*font));
+    }
+}
+
+QSize PillButton::sizeHint() const {
+    return {fontMetrics().horizontalAdvance(text()) + 2 * kSideMargin, kHeight};
+}
+
+void PillButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QColor fill = qColor(Apperance::appearanceTextColor());
+    fill.setAlphaF(isDown() ? 0.7F : 1.0F);
+    painter.setBrush(fill);
+    painter.setPen(Qt::NoPen);
+    painter.drawRoundedRect(rect(), kHeight / 2.0, kHeight / 2.0);
+    if (hasFocus()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(qColor(Apperance::yellowColor()), 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), kHeight / 2.0 - 2, kHeight / 2.0 - 2);
+    }
+    painter.setPen(qColor(Apperance::appearanceBackgroundColor()));
+    painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+} // namespace exifcard

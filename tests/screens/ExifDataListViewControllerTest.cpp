@@ -1,0 +1,302 @@
+#include "screens/ExifDataListViewController.h"
+
+#include "cards/ExifGridCollectionViewCell.h"
+#include "cards/ExifGridWithDetailsCollectionViewCell.h"
+#include "cards/LoadingMoreCollectionViewCell.h"
+#include "metadata/ExifInformation.h"
+#include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UITraitCollection.h"
+#include "screens/EmptyStateView.h"
+#include "screens/ListScreenRequests.h"
+#include "screens/ScreenTest.h"
+#include "settings/PersistanceManager.h"
+
+#include <gmock/gmock.h>
+
+#include <QTest>
+
+namespace exifcard {
+namespace {
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+
+/// A program for that kind of device, until the object ends.
+class Idiom {
+public:
+    explicit Idiom(UIUserInterfaceIdiom idiom) : _before(UITraitCollection::currentTraitCollection()) {
+        auto traits = _before;
+        traits.userInterfaceIdiom = idiom;
+        UITraitCollection::setCurrentTraitCollection(traits);
+    }
+    ~Idiom() { UITraitCollection::setCurrentTraitCollection(_before); }
+    Idiom(const Idiom&) = delete;
+    Idiom& operator=(const Idiom&) = delete;
+
+private:
+    UITraitCollection _before;
+};
+
+class ExifDataListViewControllerTest : public ScreenTest {
+protected:
+    /// Presses or moves the mouse over the middle of that item.
+    static void mouse(void (*action)(QWidget*, const QPoint&), WholeLibraryScreen& screen, std::size_t item) {
+        const auto frame =
+            screen.collectionView->collectionViewLayout().layoutAttributesForItemAtIndexPath({0, item});
+        ASSERT_TRUE(frame);
+        const CGRect visible = screen.collectionView->bounds();
+        action(screen.collectionView->viewport(),
+            QPoint(int(frame->frame.origin.x + frame->frame.size.width / 2 - visible.origin.x),
+                int(frame->frame.origin.y + frame->frame.size.height / 2 - visible.origin.y)));
+        QTest::qWait(1);
+    }
+    static void press(QWidget* view, const QPoint& place) {
+        QTest::mousePress(view, Qt::LeftButton, {}, place);
+        // A sideways beginning, so that the gesture knows where it goes.
+        for (int step = 4; step <= 16; step += 4) {
+            QTest::mouseMove(view, place + QPoint(step, 0));
+        }
+    }
+    static void move(QWidget* view, const QPoint& place) { QTest::mouseMove(view, place); }
+    static void release(QWidget* view, const QPoint& place) {
+        QTest::mouseRelease(view, Qt::LeftButton, {}, place);
+    }
+
+    /// The positions of the selected items.
+    static std::vector<std::size_t> selection(const WholeLibraryScreen& screen) {
+        std::vector<std::size_t> positions;
+        const auto& records = screen.dataSource->exifDataItemsArray;
+        for (std::size_t item = 0; item < records.size(); ++item) {
+            if (screen.selectedItems.contains(records[item])) {
+                positions.push_back(item);
+            }
+        }
+        return positions;
+    }
+};
+
+TEST_F(ExifDataListViewControllerTest, SizesItsCellsByDeviceOrientationAndKind) {
+    struct Case {
+        UIUserInterfaceIdiom idiom;
+        int width;
+        int height;
+        std::uint64_t viewType;
+        bool showsDetails;
+        CGSize size;
+    };
+    const Case cases[] = {
+        {UIUserInterfaceIdiom::Phone, 375, 667, 0, false, {366, 275}},
+        {UIUserInterfaceIdiom::Phone, 375, 667, 2, true, {366, 275}},
+        {UIUserInterfaceIdiom::Phone, 375, 667, 1, false, {89.75, 89.75}},
+        {UIUserInterfaceIdiom::Phone, 375, 667, 3, true, {121, 133}},
+        {UIUserInterfaceIdiom::Pad, 768, 1024, 0, false, {374, 295}},
+        {UIUserInterfaceIdiom::Pad, 1024, 768, 0, false, {1024.0 / 3 - 8, 295}},
+        {UIUserInterfaceIdiom::Pad, 768, 1024, 1, false, {768.0 / 5 - 4, 768.0 / 5 - 4}},
+        {UIUserInterfaceIdiom::Pad, 1024, 768, 1, false, {1024.0 / 7 - 4, 1024.0 / 7 - 4}},
+        {UIUserInterfaceIdiom::Pad, 768, 1024, 1, true, {188, 200}},
+        {UIUserInterfaceIdiom::Pad, 1024, 768, 3, true, {1024.0 / 6 - 4, 1024.0 / 6 + 8}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.width << ", view type " << c.viewType);
+        const Idiom idiom(c.idiom);
+        const auto presentation = std::make_shared<ChosenPresentation>(c.viewType, c.showsDetails);
+        const auto screen = list(presentation, c.width, c.height);
+        screen->view().show();
+        QTest::qWait(1);
+        const CGSize size = screen->sizeOfExifCardItemForDevice();
+        EXPECT_DOUBLE_EQ(size.width, c.size.width);
+        EXPECT_DOUBLE_EQ(size.height, c.size.height);
+        EXPECT_EQ(screen->sizeOfiPhoneiPadLoadingMoreCell(), (CGSize{c.width - 17.0, 80}));
+        screen->collectionView->setContentInset({0, 10, 0, 20});
+        EXPECT_EQ(screen->sizeOfiPhoneiPadLoadingMoreCell(), (CGSize{c.width - 47.0, 80}));
+    }
+}
+
+TEST_F(ExifDataListViewControllerTest, AsksForMoreNearItsEnd) {
+    addPhotos(120);
+    struct Case {
+        std::uint64_t viewType;
+        std::size_t item;
+        bool asks;
+    };
+    const Case cases[] = {{0, 44, true}, {0, 43, false}, {0, 45, false}, {1, 88, true}, {1, 87, false},
+        {3, 88, true}, {2, 44, true}, {9, 44, false}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "view type " << c.viewType << ", item " << c.item);
+        const auto screen = list(std::make_shared<ChosenPresentation>(c.viewType), 375, 0);
+        ExifGridCollectionViewCell cell;
+        screen->willDisplayCell(*screen->collectionView, cell, {0, c.item});
+        EXPECT_EQ(screen->dataSource->isLoadingMoreExifObjects, c.asks);
+        waitUntilLoaded(*screen);
+    }
+    const auto screen = list(std::make_shared<ChosenPresentation>(0), 375, 0);
+    LoadingMoreCollectionViewCell loadingMore;
+    screen->willDisplayCell(*screen->collectionView, loadingMore, {1, 0});
+    EXPECT_TRUE(screen->dataSource->isLoadingMoreExifObjects);
+    waitUntilLoaded(*screen);
+}
+
+TEST_F(ExifDataListViewControllerTest, ShowsTheCellsOfItsKind) {
+    addPhotos(5);
+    const auto screen = list(std::make_shared<ListPresentation>());
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    auto* const first = screen->collectionView->cellForItemAtIndexPath({0, 0});
+    auto* const tile = dynamic_cast<ExifGridWithDetailsCollectionViewCell*>(first);
+    ASSERT_NE(tile, nullptr); // The settings answer the grid with details, whatever is stored.
+    EXPECT_EQ(tile->exifInfo(), screen->dataSource->exifDataItemsArray[0]);
+    EXPECT_EQ(nameOf(*tile->exifInfo()->phAsset), "4.jpg");
+}
+
+TEST_F(ExifDataListViewControllerTest, SelectsARangeByPanningSideways) {
+    addPhotos(24);
+    const auto presentation = std::make_shared<ChosenPresentation>(3);
+    const auto screen = list(presentation);
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    mouse(press, *screen, 8);
+    mouse(move, *screen, 9);
+    mouse(move, *screen, 12);
+    EXPECT_THAT(selection(*screen), ElementsAre(8, 9, 10, 11, 12));
+    mouse(move, *screen, 10);
+    EXPECT_THAT(selection(*screen), ElementsAre(8, 9, 10));
+    mouse(move, *screen, 6);
+    EXPECT_THAT(selection(*screen), ElementsAre(6, 7, 8));
+    EXPECT_FALSE(screen->collectionView->isScrollEnabled());
+    mouse(release, *screen, 6);
+    EXPECT_TRUE(screen->collectionView->isScrollEnabled());
+    EXPECT_FALSE(screen->isSwipeSelecting);
+
+    mouse(press, *screen, 8); // Begun on a selected item, a pan deselects.
+    mouse(move, *screen, 6);
+    EXPECT_THAT(selection(*screen), ElementsAre());
+    mouse(move, *screen, 7);
+    EXPECT_THAT(selection(*screen), ElementsAre(6));
+    mouse(release, *screen, 7);
+}
+
+TEST_F(ExifDataListViewControllerTest, LeavesTheSelectionModeWithNothingSelected) {
+    addPhotos(3);
+    const auto presentation = std::make_shared<ChosenPresentation>(3);
+    const auto screen = list(presentation);
+    screen->updateNavigationBarUI();
+    ASSERT_NE(screen->navigationItem().leftBarButton(), nullptr);
+    screen->navigationItem().rightBarButton()->click();
+    EXPECT_THAT(selection(*screen), ElementsAre(0, 1, 2));
+    screen->navigationItem().leftBarButton()->click();
+    EXPECT_TRUE(screen->selectedItems.empty());
+    EXPECT_EQ(presentation->viewType(), 1U);
+    EXPECT_EQ(screen->navigationItem().leftBarButton(), nullptr);
+    EXPECT_FALSE(screen->collectionView->allowsMultipleSelection());
+}
+
+TEST_F(ExifDataListViewControllerTest, SelectsByTapsInTheSelectionModeAlone) {
+    addPhotos(3);
+    const auto presentation = std::make_shared<ChosenPresentation>(3);
+    const auto screen = list(presentation);
+    UICollectionView& view = *screen->collectionView;
+    screen->didSelectItemAtIndexPath(view, {0, 1});
+    screen->didSelectItemAtIndexPath(view, {1, 0}); // The loading-more cell.
+    screen->didSelectItemAtIndexPath(view, {0, 7}); // Gone meanwhile.
+    EXPECT_THAT(selection(*screen), ElementsAre(1));
+    screen->didDeselectItemAtIndexPath(view, {0, 1});
+    EXPECT_THAT(selection(*screen), ElementsAre());
+    presentation->setViewType(1);
+    screen->didSelectItemAtIndexPath(view, {0, 1});
+    EXPECT_THAT(selection(*screen), ElementsAre());
+}
+
+TEST_F(ExifDataListViewControllerTest, MakesThumbnailsAheadWhereTheVisiblePartHasMoved) {
+    struct Case {
+        CGRect before;
+        CGRect after;
+        std::vector<CGRect> added;
+        std::vector<CGRect> removed;
+    };
+    const Case cases[] = {
+        {{{0, 0}, {10, 100}}, {{0, 30}, {10, 100}}, {{{0, 100}, {10, 30}}}, {{{0, 0}, {10, 30}}}},
+        {{{0, 30}, {10, 100}}, {{0, 0}, {10, 100}}, {{{0, 0}, {10, 30}}}, {{{0, 100}, {10, 30}}}},
+        {{{0, 0}, {10, 100}}, {{0, 200}, {10, 100}}, {{{0, 200}, {10, 100}}}, {{{0, 0}, {10, 100}}}},
+        {{{0, 20}, {10, 20}}, {{5, 0}, {10, 100}}, {{{5, 40}, {10, 60}}, {{5, 0}, {10, 20}}}, {}},
+    };
+    for (const Case& c : cases) {
+        std::vector<CGRect> added;
+        std::vector<CGRect> removed;
+        ExifDataListViewController::computeDifferenceBetweenRect(
+            c.before, c.after, [&](const CGRect& rect) { removed.push_back(rect); },
+            [&](const CGRect& rect) { added.push_back(rect); });
+        EXPECT_EQ(added, c.added);
+        EXPECT_EQ(removed, c.removed);
+    }
+}
+
+TEST_F(ExifDataListViewControllerTest, TellsWhyItShowsNoPhotoAndOffersWhatHelps) {
+    std::vector<std::string> requests;
+    const auto note = [&requests](
+                          const Notification& notification) { requests.push_back(notification.name); };
+    auto& center = NotificationCenter::defaultCenter();
+    const auto added = center.addObserver(kAddPhotosRequestedNotification, nullptr, note);
+    const auto allowed = center.addObserver(kLibraryAccessRequestedNotification, nullptr, note);
+    const auto screen = list(std::make_shared<ListPresentation>());
+    const auto shown = [&] { return screen->collectionView->findChild<EmptyStateView*>(); };
+    waitUntilLoaded(*screen);
+    ASSERT_NE(shown(), nullptr);
+    EXPECT_EQ(shown()->reason(), EmptyListReason::NoPhotos);
+    shown()->button()->click();
+
+    PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Denied);
+    waitUntil([&] { return shown() != nullptr && shown()->reason() == EmptyListReason::NoAccess; });
+    shown()->button()->click();
+    EXPECT_THAT(requests, ElementsAre(kAddPhotosRequestedNotification, kLibraryAccessRequestedNotification));
+
+    addPhotos(2, "hostile-header.jpg");
+    PersistanceManager::sharedInstance().setShouldHidePhotosWithoutExifDetails(true);
+    PersistanceManager::sharedInstance().setLocationFilter(1);
+    PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Authorized);
+    waitUntil([&] { return shown() != nullptr && shown()->reason() == EmptyListReason::Filter; });
+    EXPECT_THAT(shown()->explanation().toStdString(), testing::HasSubstr("only with a location"));
+    shown()->button()->click();
+    waitUntil([&] { return screen->dataSource->exifDataItemsArray.size() == 2; });
+    waitUntilLoaded(*screen);
+    EXPECT_EQ(shown(), nullptr);
+}
+
+TEST_F(ExifDataListViewControllerTest, ObeysItsKeys) {
+    addPhotos(3);
+    const auto presentation = std::make_shared<ChosenPresentation>(1, true);
+    const auto screen = list(presentation);
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    UICollectionView& view = *screen->collectionView;
+    const int refreshes = screen->completions;
+    QTest::keyClick(&view, Qt::Key_F5);
+    waitUntil([&] { return screen->completions == refreshes + 1; });
+    QTest::keyClick(&view, Qt::Key_R, Qt::ControlModifier);
+    waitUntil([&] { return screen->completions == refreshes + 2; });
+    waitUntilLoaded(*screen);
+
+    view.setFocus();
+    QTest::keyClick(&view, Qt::Key_Home);
+    QTest::keyClick(&view, Qt::Key_F);
+    waitUntil([&] { return screen->dataSource->exifDataItemsArray[0]->phAsset->isFavorite; });
+    waitUntilLoaded(*screen);
+    auto* const tile = dynamic_cast<ExifGridWithDetailsCollectionViewCell*>(
+        view.cellForItemAtIndexPath(view.focusedIndexPath().value()));
+    ASSERT_NE(tile, nullptr);
+    const bool wasTimeAgo = tile->isDisplayingTimeAgo();
+    QTest::keyClick(&view, Qt::Key_D);
+    EXPECT_NE(tile->isDisplayingTimeAgo(), wasTimeAgo);
+
+    QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_TRUE(screen->selectedItems.empty());
+    presentation->setViewType(3);
+    QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(screen->selectedItems.size(), 3U);
+    QTest::keyClick(&view, Qt::Key_Escape);
+    EXPECT_TRUE(screen->selectedItems.empty());
+    EXPECT_EQ(presentation->viewType(), 1U);
+}
+
+} // namespace
+} // namespace exifcard

@@ -1,0 +1,176 @@
+#include "screens/StickerPhotosExifViewController.h"
+
+#include "metadata/ExifInformation.h"
+#include "platform/messages/ConversationStore.h"
+#include "platform/photos/import/Importer.h"
+#include "platform/uikit/MSMessagesAppViewController.h"
+#include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UISwitch.h"
+#include "screens/ScreenTest.h"
+#include "sending/Conversations.h"
+#include "settings/PersistanceManager.h"
+
+#include <gmock/gmock.h>
+
+namespace exifcard {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+/// A host that notes which styles it is asked for.
+class Host : public MSMessagesAppHost {
+public:
+    void presentationStyleRequested(MSMessagesAppPresentationStyle presentationStyle) override {
+        requests.push_back(presentationStyle);
+    }
+    std::vector<MSMessagesAppPresentationStyle> requests;
+};
+
+class StickerPhotosExifViewControllerTest : public ScreenTest {
+protected:
+    using Screen = StickerPhotosExifViewController;
+
+    std::shared_ptr<Screen> sendScreen(const PHAssetCollectionPtr& album = nullptr) {
+        auto screen = std::make_shared<Screen>();
+        screen->assetCollection = album;
+        screen->conversation = conversationNamed("Ada");
+        screen->messagesViewController = entry;
+        screen->sendingObserver = [this](const SendingOutcome& outcome) { outcomes.push_back(outcome); };
+        screen->view().resize(375, 500);
+        screen->view().show();
+        waitUntilLoaded(*screen);
+        return screen;
+    }
+    void tap(Screen& screen, IndexPath indexPath) {
+        const std::size_t before = outcomes.size();
+        screen.didSelectItemAtIndexPath(*screen.collectionView, indexPath);
+        waitUntil([&] { return outcomes.size() == before + 1; });
+    }
+    static std::vector<ConversationEntry> field() { return ConversationStore().content("Ada").entries; }
+    static void wantText(bool isWanted) {
+        PersistanceManager::sharedInstance().setIncludeExifAsTextOniMessageApp(isWanted);
+    }
+    /// The folder's album of this library.
+    PHAssetCollectionPtr folderAlbum() const {
+        CatalogueWriter(catalogue()).showFolderAsAlbum(folder, "Trip");
+        return PHAssetCollection::fetchAssetCollectionsWithType(
+            PHAssetCollectionType::Album, PHAssetCollectionSubtype::Any)
+            ->firstObject();
+    }
+
+    const std::shared_ptr<Host> host = std::make_shared<Host>();
+    const std::shared_ptr<MSMessagesAppViewController> entry =
+        std::make_shared<MSMessagesAppViewController>();
+    std::vector<SendingOutcome> outcomes;
+};
+
+TEST_F(StickerPhotosExifViewControllerTest, SendsTheTappedPhotoAndThenItsTextIfThatIsWanted) {
+    for (const char* const name : {"synthetic-southwest.jpg", "apple-iphone4s-lens.jpg"}) {
+        std::filesystem::copy_file(std::filesystem::path(EXIFCARD_TEST_DATA) / name, photos / name);
+    }
+    const ImportHandlers noHandlers{[](const auto&) {}, [](auto) {}, [](const auto&) {}};
+    Importer(catalogue(), noHandlers, 1).importTrees({photos.string()});
+    const auto screen = sendScreen();
+    ASSERT_EQ(screen->dataSource->exifDataItemsArray.size(), 2U);
+    for (std::size_t item = 0; item < 2; ++item) {
+        const auto record = screen->dataSource->exifDataItemsArray[item];
+        const bool isLandscape = nameOf(*record->phAsset) == "synthetic-southwest.jpg";
+        wantText(false);
+        tap(*screen, {0, item});
+        ASSERT_EQ(field().size(), 1U);
+        const auto caption = field()[0].message.layout.caption.value_or("");
+        EXPECT_THAT(caption, HasSubstr("   ISO "));
+        EXPECT_EQ(caption.find("        ISO ") != std::string::npos, isLandscape);
+        EXPECT_TRUE(field()[0].picture);
+        EXPECT_EQ(field()[0].message.layout.subcaption, record->cameraModel);
+        wantText(true);
+        tap(*screen, {0, item});
+        ASSERT_EQ(field().size(), 2U);
+        EXPECT_EQ(field()[1].kind, ConversationEntry::Kind::Text);
+        EXPECT_EQ(field()[1].text, record->shortExifStringsForShare());
+        EXPECT_EQ(outcomes.back().result.error, std::nullopt);
+    }
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, SendsTheFirstPhotoWhenItsLoadingMoreCellIsTapped) {
+    addPhotos(101);
+    const auto screen = sendScreen();
+    tap(*screen, {1, 0});
+    EXPECT_EQ(outcomes.back().record, screen->dataSource->exifDataItemsArray[0]);
+    screen->didSelectItemAtIndexPath(*screen->collectionView, {0, 500}); // Gone meanwhile.
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, AsksForLessRoomOnlyWhereItHasMuch) {
+    addPhotos(1);
+    entry->setHost(host);
+    entry->becomeActive(conversationNamed("Ada"), MSMessagesAppPresentationStyle::Compact);
+    tap(*sendScreen(), {0, 0});
+    EXPECT_THAT(host->requests, ElementsAre());
+    entry->beginTransition(MSMessagesAppPresentationStyle::Expanded);
+    entry->finishTransition();
+    tap(*sendScreen(), {0, 0});
+    waitUntil([&] { return !host->requests.empty(); });
+    EXPECT_THAT(host->requests, ElementsAre(MSMessagesAppPresentationStyle::Compact));
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, OffersTheTextBelowAnAlbumAlone) {
+    addPhotos(2);
+    wantText(true);
+    const auto all = sendScreen();
+    EXPECT_TRUE(all->advancedHolderView->isHidden());
+    EXPECT_EQ(all->advancedViewHeightConstraint.constant(), 0);
+    EXPECT_EQ(all->collectionView->height(), 500);
+
+    const auto album = sendScreen(folderAlbum());
+    EXPECT_EQ(album->dataSource->exifDataItemsArray.size(), 2U);
+    EXPECT_EQ(album->advancedHolderView->height(), 60);
+    EXPECT_EQ(album->collectionView->height(), 440);
+    EXPECT_TRUE(album->includeExifAsTextSwitch->isOn());
+    album->includeExifAsTextSwitch->click();
+    EXPECT_FALSE(PersistanceManager::sharedInstance().includeExifAsTextOniMessageApp());
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, SendsWithoutAPictureWhatIsNoLongerThere) {
+    addPhotos(1);
+    wantText(false);
+    const auto screen = sendScreen();
+    std::filesystem::remove_all(photos);
+    tap(*screen, {0, 0});
+    ASSERT_EQ(field().size(), 1U);
+    EXPECT_FALSE(field()[0].picture);
+    EXPECT_THAT(field()[0].message.layout.caption.value_or(""), HasSubstr("ISO"));
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, LeavesTheLastTappedPhotoInTheFieldWithItsOwnTextAlone) {
+    addPhotos(2, "canon-40d-northwest-rating5.jpg");
+    wantText(true);
+    auto screen = sendScreen();
+    const auto records = screen->dataSource->exifDataItemsArray;
+    for (const std::size_t item : {1, 0, 1}) {
+        screen->didSelectItemAtIndexPath(*screen->collectionView, {0, item});
+    }
+    screen.reset(); // The style changes in the middle of it.
+    waitUntil([&] { return outcomes.size() == 3; });
+    EXPECT_EQ(outcomes.back().record, records[1]);
+    ASSERT_EQ(field().size(), 2U);
+    EXPECT_EQ(field()[1].text, records[1]->shortExifStringsForShare());
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, HandsOnWhatWentWrongAndSendsAgain) {
+    addPhotos(1);
+    wantText(false);
+    const auto screen = sendScreen();
+    screen->conversation = conversationNamed(std::string(2000, 'x')); // A name that no conversation can have.
+    tap(*screen, {0, 0});
+    ASSERT_TRUE(outcomes.back().result.error);
+    screen->conversation = conversationNamed("Ada");
+    outcomes.back().sendAgain();
+    waitUntil([&] { return outcomes.size() == 2; });
+    EXPECT_EQ(outcomes.back().result.error, std::nullopt);
+    EXPECT_EQ(field().size(), 1U);
+}
+
+} // namespace
+} // namespace exifcard
