@@ -5,10 +5,11 @@
 #include <QTimer>
 
 #include <optional>
+#include <vector>
 
 namespace exifcard {
 
-/// So many taps at one place, one after the other.
+/// So many taps at one place, one after the other; not on a button, which takes them itself.
 class UITapGestureRecognizer : public UIGestureRecognizer {
     Q_OBJECT
 
@@ -19,6 +20,7 @@ protected:
     void touchBegan(const Touch& touch) override;
     void touchMoved(const Touch& touch) override;
     void touchEnded(const Touch& touch) override;
+    bool isPreventedBy(const UIGestureRecognizer& other) const override;
 
 private:
     int _tapsRequired;
@@ -30,7 +32,7 @@ private:
 /// The platform's numbers.
 enum class UISwipeGestureRecognizerDirection { Right = 1, Left = 2, Up = 4, Down = 8 };
 
-/// A quick stroke in one direction.
+/// A quick stroke in one direction. Recognized while the finger is still down.
 class UISwipeGestureRecognizer : public UIGestureRecognizer {
     Q_OBJECT
 
@@ -55,6 +57,7 @@ class UIPanGestureRecognizer : public UIGestureRecognizer {
 
 public:
     UIPanGestureRecognizer() = default;
+
     /// Since the finger came down, in points.
     CGPoint translation() const;
     /// In points a second, of the last moments.
@@ -67,8 +70,10 @@ protected:
     void touchCancelled() override;
 
 private:
+    void keepRecent(const Touch& touch);
+
     std::optional<Touch> _began;
-    std::vector<Touch> _recent;
+    std::vector<Touch> _recent; ///< Of the last moments, the latest last.
 };
 
 /// A finger that stays for half a second.

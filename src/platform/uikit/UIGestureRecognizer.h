@@ -10,8 +10,6 @@
 #include <memory>
 #include <vector>
 
-class QPointerEvent;
-
 namespace exifcard {
 
 class UIGestureRecognizer;
@@ -70,13 +68,20 @@ protected:
     virtual void touchBegan(const Touch& touch) = 0;
     virtual void touchMoved(const Touch& touch) = 0;
     virtual void touchEnded(const Touch& touch) = 0;
-    /// The desktop took the touch away, or the gesture was switched off.
+    /// The desktop took the touch away, or the gesture was switched off. Cancels one that had begun.
     virtual void touchCancelled();
+    /// Whether the beginning of that other gesture makes this one fail, where the delegates allow no both.
+    virtual bool isPreventedBy(const UIGestureRecognizer&) const { return true; }
 
-    /// @return Whether the delegate and the other gestures of this touch let it begin.
+    /// Asked before a change to began, or to ended for a gesture of one moment.
+    /// @return Whether the delegate and the other gestures of this touch let it begin. If not, it has failed.
     bool begin();
+    /// Calls the actions, but not for possible and failed.
     void setState(State state);
+    bool isRunning() const { return _state == State::Began || _state == State::Changed; }
     const Touch& latestTouch() const { return _latest; }
+    /// The innermost view that the touch began on; null when it is gone.
+    const QWidget* touchedView() const { return _touchedView.data(); }
 
 private:
     friend class GestureDispatcher;
@@ -88,6 +93,7 @@ private:
     std::vector<Action> _actions;
     std::weak_ptr<UIGestureRecognizerDelegate> _delegate;
     Touch _latest;
+    QPointer<QWidget> _touchedView;
 };
 
 /// Hands the recognizer to the view, which owns it.
