@@ -18,7 +18,7 @@ public:
     virtual void prepareForReuse() {}
 
 private:
-    friend class UICollectionView;
+    friend class CollectionCellPool;
 
     std::string _reuseIdentifier;
 };

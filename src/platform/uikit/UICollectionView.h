@@ -54,7 +54,9 @@ public:
 
     /// Asks the data source anew in the next layout pass and drops the selection.
     void reloadData();
-    /// The layout pass, now rather than in the next turn of the main queue.
+    /// A layout pass in the next turn of the main queue.
+    void setNeedsLayout();
+    /// The layout pass that is due, now rather than in the next turn of the main queue.
     void layoutIfNeeded();
 
     // As of the last layout pass.
@@ -63,7 +65,7 @@ public:
     /// Null for items that are not visible.
     UICollectionViewCell* cellForItemAtIndexPath(IndexPath indexPath) const;
     std::optional<IndexPath> indexPathForCell(const UICollectionViewCell& cell) const;
-    /// @param point  In content coordinates.
+    /// @param point  In content coordinates: a point of the widget plus the origin of `bounds`.
     std::optional<IndexPath> indexPathForItemAtPoint(CGPoint point) const;
     std::vector<UICollectionViewCell*> visibleCells() const;
     std::vector<IndexPath> indexPathsForVisibleItems() const; ///< Ascending.
@@ -103,9 +105,8 @@ public:
 protected:
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void scrollContentsBy(int dx, int dy) override;
+    bool focusNextPrevChild(bool isNext) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;

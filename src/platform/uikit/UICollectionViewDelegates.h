@@ -70,6 +70,7 @@ public:
     virtual void willDisplayCell(UICollectionView&, UICollectionViewCell&, IndexPath) {}
     virtual void didEndDisplayingCell(UICollectionView&, UICollectionViewCell&, IndexPath) {}
     virtual bool shouldSelectItemAtIndexPath(UICollectionView&, IndexPath) { return true; }
+    virtual bool shouldDeselectItemAtIndexPath(UICollectionView&, IndexPath) { return true; }
     virtual void didSelectItemAtIndexPath(UICollectionView&, IndexPath) {}
     virtual void didDeselectItemAtIndexPath(UICollectionView&, IndexPath) {}
     virtual void scrollViewDidScroll(UICollectionView&) {}

@@ -3,7 +3,7 @@
 #include "platform/uikit/IndexPath.h"
 #include "platform/uikit/UICollectionViewDelegates.h"
 
-#include <cstdint>
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -46,30 +46,54 @@ public:
 private:
     friend class UICollectionView;
 
-    /// A line of items; their frames follow from it.
+    /// A line of items; their frames follow from it, before mirroring.
     struct Line {
-        std::size_t section = 0;
         std::size_t firstItem = 0;
-        std::uint32_t count = 0;
+        std::size_t count = 0;
         double top = 0;
         double height = 0;
         double left = 0;
         double spacing = 0;
-        bool isUniform = true; ///< All items have `itemSize`; otherwise sizes stand in `_sizes`.
-        CGSize itemSize;
     };
     struct Section {
+        double bottom = 0; ///< With its inset.
         std::size_t firstLine = 0;
         std::size_t lineCount = 0;
         std::size_t itemCount = 0;
-        CGRect header;
+        CGRect header;             ///< Without height where there is none.
+        CGSize itemSize;           ///< Of all items, unless `sizes` has them.
         std::vector<CGSize> sizes; ///< Empty where all items are of one size.
+
+        CGSize sizeOfItem(std::size_t item) const { return sizes.empty() ? itemSize : sizes[item]; }
+        bool isUniform() const { return sizes.empty(); }
+    };
+    /// What a section's items are laid out in.
+    struct Measures {
+        double left = 0;
+        double available = 0; ///< Between the insets.
+        double lineSpacing = 0;
+        double itemSpacing = 0;
     };
 
-    void prepare(double width);
+    /// Lays out the sections that the collection view has counted, anew where something changed.
+    /// @return Whether it did.
+    bool prepare(double width);
+    double prepareSection(std::size_t index, double top);
+    Measures measuresOfSection(const UIEdgeInsets& insets, std::size_t index) const;
+    void askForSizes(Section& section, std::size_t index) const;
+    double layOutLines(Section& section, const Measures& measures, double top);
+    Line lineFrom(const Section& section, const Measures& measures, std::size_t firstItem) const;
+    void justify(const Section& section, const Measures& measures, Line& line) const;
+    const Line& lineOfItem(const Section& section, std::size_t item) const;
+    UICollectionViewLayoutAttributes attributesOf(
+        std::size_t section, const Line& line, std::size_t item) const;
+    void appendItems(
+        std::vector<UICollectionViewLayoutAttributes>& found, std::size_t section, const CGRect& rect) const;
+    CGRect mirrored(CGRect frame) const;
 
     UICollectionView& _collectionView;
     bool _isValid = false;
+    bool _isRightToLeft = false;
     double _width = 0;
     CGSize _contentSize;
     std::vector<Line> _lines;

@@ -21,12 +21,18 @@ public:
     void beginRefreshing();
     void endRefreshing();
 
-    /// For the list: how far it is pulled, in points; 1 at `kHeight`.
+    /// For the list: how far it is pulled, in points; 0 while it is not.
     void setPull(double points);
+    /// For the list: the user pulled far enough; refreshing begins, and `valueChanged` is sent.
+    void pullPastTrigger();
 
 signals:
     void valueChanged();
+    void began();
     void ended();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     UIActivityIndicatorView* _spinner = nullptr;
