@@ -82,12 +82,12 @@ void ExifDataCollectionListViewCell::setICloudDownloadProgress(
     const CompletionBlock completion = onlyOnce(std::move(withCompletion));
     animation->setAnimationSpeed(progress == 1 ? kFinishingSpeed : 1);
     animation->setLoopAnimation(false);
-    animation->setCompletionBlock(completion);
     if (animation->startFrame() > 1) {
         animation->playToFrame(target, completion);
     } else {
         animation->playFromFrame(kFirstProgressFrame, target, completion);
     }
+    animation->setCompletionBlock(completion);
 }
 
 void ExifDataCollectionListViewCell::stopShowingDownloadingFromCloud() {

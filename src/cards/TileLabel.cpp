@@ -9,6 +9,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace exifcard {
 namespace {
@@ -35,39 +36,31 @@ double TileLabel::scaleFactor() const {
     return std::max(_minimumScaleFactor, double(width()) / wanted);
 }
 
-QFont TileLabel::shownFont() const {
-    QFont shown = font();
-    const double factor = scaleFactor();
-    if (factor < 1) {
-        // Sizes are whole pixels in one unit and fractions in the other.
-        const double points =
-            shown.pixelSize() > 0 ? shown.pixelSize() * 72.0 / logicalDpiY() : shown.pointSizeF();
-        shown.setPointSizeF(points * factor);
-    }
-    return shown;
-}
-
 QString TileLabel::shownText() const {
-    return QFontMetrics(shownFont()).elidedText(text().trimmed(), Qt::ElideRight, width());
+    const int most = static_cast<int>(std::ceil(width() / scaleFactor()));
+    return fontMetrics().elidedText(text().trimmed(), Qt::ElideRight, most);
 }
 
 void TileLabel::paintEvent(QPaintEvent*) {
-    if (text().isEmpty()) {
+    const QString shown = shownText();
+    if (shown.isEmpty()) {
         return;
     }
     QPainter painter(this);
-    painter.setFont(shownFont());
-    const QString shown = shownText();
-    const auto place = QStyle::visualAlignment(layoutDirection(), alignment());
-    const auto draw = [&painter, &shown, place, this](QPointF offset, const QColor& color) {
-        painter.setPen(color);
-        painter.drawText(
-            QRectF(rect()).translated(offset), static_cast<int>(place) | Qt::TextSingleLine, shown);
+    const double factor = scaleFactor();
+    painter.scale(factor, factor); // Shrinks evenly, whereas a smaller font would be rounded.
+    const QRectF bounds(0, 0, width() / factor, height() / factor);
+    const auto place = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::AlignAbsolute;
+    // Values run as their own words do, "1/640 seconds", on whichever side they stand.
+    painter.setLayoutDirection(shown.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    const auto draw = [&](QPointF offset, const UIColor& color) {
+        painter.setPen(qColor(color));
+        painter.drawText(bounds.translated(offset), static_cast<int>(place) | Qt::TextSingleLine, shown);
     };
     if (_haloColor) {
-        std::ranges::for_each(kHaloOffsets, [&](QPointF offset) { draw(offset, qColor(*_haloColor)); });
+        std::ranges::for_each(kHaloOffsets, [&](QPointF offset) { draw(offset, *_haloColor); });
     }
-    draw({0, 0}, qColor(_textColor));
+    draw({0, 0}, _textColor);
 }
 
 bool TileLabel::event(QEvent* event) {

@@ -33,7 +33,6 @@ protected:
 
 private:
     double scaleFactor() const;
-    QFont shownFont() const;
 
     UIColor _textColor;
     std::optional<UIColor> _haloColor;

@@ -1,7 +1,6 @@
 #include "hud/MBBarProgressView.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 
@@ -29,14 +28,13 @@ void MBBarProgressView::paintEvent(QPaintEvent*) {
     const double inset = half + kGap;
     const QRectF inside = outline.adjusted(inset, inset, -inset, -inset);
     QRectF filled = inside;
-    filled.setWidth(inside.width() * std::clamp(_progress, 0.0F, 1.0F));
+    filled.setWidth(inside.width() * double(std::clamp(_progress, 0.0F, 1.0F)));
     if (layoutDirection() == Qt::RightToLeft) {
         filled.moveRight(inside.right());
     }
-    QPainterPath shape;
-    shape.addRoundedRect(inside, inside.height() / 2, inside.height() / 2);
-    painter.setClipRect(filled);
-    painter.fillPath(shape, Qt::white);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(filled, filled.height() / 2, filled.height() / 2);
 }
 
 } // namespace exifcard

@@ -1,0 +1,118 @@
+#include "cards/CardLibrary.h"
+#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/UITraitCollection.h"
+
+namespace exifcard {
+namespace {
+
+class ExifGridWithDetailsCollectionViewCellTest : public CardLibrary {};
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, TellsAPhotosExposureCameraSizeAndDate) {
+    PersistanceManager::sharedInstance().setDatePreferenceTimeAgoSinceNow(false);
+    const CLLocation place{.coordinate = {48.8584, 2.2945}};
+    const auto cell = makeCell(recordOf(add(kCanon, {.location = place})));
+    EXPECT_EQ(text(*cell, "apertureLabel"), "f/5.6");
+    EXPECT_EQ(text(*cell, "shutterSpeedLabel"), "1/1600 seconds");
+    EXPECT_EQ(text(*cell, "ISOLabel"), "ISO 400");
+    EXPECT_EQ(text(*cell, "cameraModelLabel"), "Canon EOS 40D");
+    EXPECT_EQ(text(*cell, "imageDimensionAndFileSize"), "100 x 68 (16 KB)");
+    EXPECT_EQ(text(*cell, "dateTakenLabel"), "11-08-2009 09:09:45 AM");
+    EXPECT_TRUE(isShown(*cell, "locationButton"));
+    EXPECT_TRUE(isShown(*cell, "cameraModelHolderView"));
+    EXPECT_FALSE(isShown(*cell, "playButton"));
+    EXPECT_FALSE(isShown(*cell, "iCloudDownloadButton"));
+    EXPECT_FALSE(cell->isDisplayingTimeAgo());
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, ChangesBetweenTheDateAndTheTimeSince) {
+    const auto record = recordOf(add(kCanon));
+    record->dateTaken = Date{Date::now().secondsSince1970 - 3 * 86400.0 - 60};
+    const auto cell = makeCell(record);
+    EXPECT_EQ(text(*cell, "dateTakenLabel"), "  3 days ago  ");
+    EXPECT_TRUE(cell->isDisplayingTimeAgo());
+    cell->toggleTimeStamp();
+    EXPECT_EQ(text(*cell, "dateTakenLabel").size(), std::string_view("11-08-2009 09:09:45 AM").size());
+    cell->toggleTimeStamp();
+    EXPECT_EQ(text(*cell, "dateTakenLabel"), "  3 days ago  ");
+
+    record->dateTaken = std::nullopt;
+    cell->toggleTimeStamp();
+    EXPECT_EQ(text(*cell, "dateTakenLabel"), "");
+    cell->toggleTimeStamp();
+    EXPECT_EQ(text(*cell, "dateTakenLabel"), "");
+    EXPECT_TRUE(cell->isDisplayingTimeAgo());
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, TellsOfAVideoOtherThings) {
+    const auto record = ExifInformation::init();
+    record->setMediaType(2);
+    record->exifInfoAvailable = true;
+    record->duration = 75;
+    record->framesPerSecondValue = 25;
+    record->cameraModel = "A camera";
+    const auto cell = makeCell(record);
+    EXPECT_EQ(text(*cell, "apertureLabel"), record->Duration().exifValueReadableFormat);
+    EXPECT_EQ(text(*cell, "ISOLabel"), record->FramesPerSecond().exifValueReadableFormat);
+    EXPECT_EQ(text(*cell, "apertureLabel"), "00:01:15");
+    EXPECT_EQ(text(*cell, "shutterSpeedLabel"), "");
+    EXPECT_TRUE(isShown(*cell, "playButton"));
+    EXPECT_FALSE(isShown(*cell, "locationButton"));
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, WithoutExifSaysSoAndKeepsTheOtherTexts) {
+    const auto cell = makeCell(recordOf(add(kCanon)));
+    cell->setExifInfo(ExifInformation::init(), nullptr);
+    EXPECT_EQ(text(*cell, "shutterSpeedLabel"), "Exif Not available");
+    EXPECT_EQ(text(*cell, "apertureLabel"), "f/5.6");
+    cell->prepareForReuse();
+    for (const char* const name : {"apertureLabel", "shutterSpeedLabel", "ISOLabel", "cameraModelLabel",
+             "dateTakenLabel", "imageDimensionAndFileSize"}) {
+        EXPECT_EQ(text(*cell, name), "") << name;
+    }
+    EXPECT_FALSE(cell->isDisplayingTimeAgo());
+    cell->setExifInfo(ExifInformation::init(), nullptr);
+    EXPECT_EQ(text(*cell, "shutterSpeedLabel"), "Exif Not available");
+    EXPECT_EQ(text(*cell, "apertureLabel"), "");
+    EXPECT_FALSE(isShown(*cell, "cameraModelHolderView"));
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, ShowsTheHeartOfAFavouriteOnly) {
+    const auto cell = makeCell(recordOf(add(kCanon, {.isFavorite = true})));
+    EXPECT_TRUE(isShown(*cell, "favoriteButton"));
+    EXPECT_TRUE(outlet<QAbstractButton>(*cell, "favoriteButton").isChecked());
+    EXPECT_EQ(accessibilityLabel(outlet<QWidget>(*cell, "favoriteButton")), QStringLiteral("Favorite ON"));
+    cell->setExifInfo(recordOf(add("canon-6d-elephants.jpg")), nullptr);
+    EXPECT_FALSE(isShown(*cell, "favoriteButton"));
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, IsReadOutByNameExposureDateAndPlace) {
+    const auto record = recordOf(add(kCanon));
+    record->locationName = "Lagos,Portugal";
+    record->dateTaken = Date{Date::now().secondsSince1970 - 8 * 86400.0};
+    const auto cell = makeCell(record);
+    waitUntil([&cell] { return !accessibilityLabel(*cell).isEmpty(); });
+    EXPECT_EQ(accessibilityLabel(*cell).toStdString(), kCanon);
+    EXPECT_EQ(
+        accessibilityHint(*cell).toStdString(), "f/5.6, 1/1600 seconds, ISO 400, last week, Lagos,Portugal");
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, LetsThePictureGrowAndMirrorsForReadingFromTheRight) {
+    const auto record = recordOf(add(kCanon, {.isFavorite = true}));
+    for (const int width : {121, 187, 250}) {
+        SCOPED_TRACE(width);
+        const auto cell = makeCell(record);
+        cell->resize(width, width + 12);
+        cell->grab();
+        const auto& imageView = outlet<UIImageView>(*cell, "imageView");
+        EXPECT_EQ(imageView.geometry(), QRect(1, 1, width - 2, width + 12 - 57));
+        EXPECT_EQ(outlet<QWidget>(*cell, "filenameHolderView").height(), 55);
+        EXPECT_EQ(cell->sizeForImageView(), (CGSize{3.0 * (width - 2), 3.0 * (width + 12 - 57)}));
+        EXPECT_EQ(outlet<QWidget>(*cell, "favoriteButton").geometry().right(), width - 2);
+        cell->setLayoutDirection(Qt::RightToLeft);
+        cell->grab();
+        EXPECT_EQ(outlet<QWidget>(*cell, "favoriteButton").geometry().left(), 1);
+    }
+}
+
+} // namespace
+} // namespace exifcard
