@@ -51,6 +51,7 @@ CREATE UNIQUE INDEX sent_entries ON entries (conversation, sent) WHERE sent IS N
 -- Entries that are gone and whose picture is still to be removed.
 CREATE TABLE leftover_pictures (entry INTEGER PRIMARY KEY);
 )sql",
+    "ALTER TABLE entries ADD COLUMN sent_at REAL", // Seconds since 1970; null for what was sent before.
 };
 
 std::optional<std::string> faultOfName(std::string_view name) {
@@ -149,9 +150,10 @@ void appendText(SQLiteDatabase& database, std::int64_t conversation, const std::
 /// Gives what is pending the next place among what was sent.
 void sendPendingEntry(SQLiteDatabase& database, std::int64_t conversation, std::string_view kind) {
     database.execute(
-        "UPDATE entries SET sent = 1 + (SELECT coalesce(max(sent), 0) FROM entries WHERE conversation = ?1)"
+        "UPDATE entries SET sent_at = ?3,"
+        " sent = 1 + (SELECT coalesce(max(sent), 0) FROM entries WHERE conversation = ?1)"
         " WHERE conversation = ?1 AND kind = ?2 AND sent IS NULL",
-        {conversation, kind});
+        {conversation, kind, Date::now()});
 }
 
 /// Makes the conversation the one changed last. @return Nothing when there is none of that name.
@@ -177,7 +179,7 @@ std::vector<std::int64_t> leftoverPictures(SQLiteDatabase& database) {
 
 constexpr std::string_view kContentQuery =
     "SELECT kind, sent, typed || attached, url, image_title, image_subtitle, caption, trailing_caption,"
-    " subcaption, trailing_subcaption, picture_width, picture_height, entries.id"
+    " subcaption, trailing_subcaption, picture_width, picture_height, entries.id, sent_at"
     " FROM entries JOIN conversations ON conversations.id = conversation WHERE name = ?"
     " ORDER BY sent IS NULL, sent, kind"; // "message" before "text" in the input field.
 
@@ -196,6 +198,9 @@ ConversationEntry entryInRow(const SQLiteStatement& row) {
     entry.kind = row.text(0) == "message" ? ConversationEntry::Kind::Message : ConversationEntry::Kind::Text;
     entry.state = row.isNull(1) ? ConversationEntry::State::Pending : ConversationEntry::State::Sent;
     entry.text = row.text(2).value_or("");
+    if (!row.isNull(13)) {
+        entry.sentAt = Date{row.real(13)};
+    }
     entry.message.url = URL::withString(row.text(3).value_or(""));
     int column = 4;
     for (const auto text : kLayoutTexts) {
@@ -244,6 +249,16 @@ std::optional<std::string> ConversationStore::insertText(
 std::optional<std::string> ConversationStore::sendPending(std::string_view conversation) const {
     return change(conversation, [](SQLiteDatabase& database, std::int64_t identifier) {
         sendPendingEntry(database, identifier, "message");
+        sendPendingEntry(database, identifier, "text");
+    });
+}
+
+std::optional<std::string> ConversationStore::sendPendingAndText(
+    std::string_view conversation, std::string_view text) const {
+    return insert(conversation, [&](SQLiteDatabase& database, std::int64_t identifier) {
+        sendPendingEntry(database, identifier, "message");
+        sendPendingEntry(database, identifier, "text");
+        appendText(database, identifier, std::string(text));
         sendPendingEntry(database, identifier, "text");
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Data.h"
+#include "platform/foundation/Date.h"
 #include "platform/foundation/FilePaths.h"
 #include "platform/messages/MSMessage.h"
 
@@ -39,6 +40,7 @@ struct ConversationEntry {
     std::string text;                           ///< Of a text.
     MSMessage message;                          ///< Of a message; its layout's image is `picture`.
     std::optional<ConversationPicture> picture; ///< Of a message that has one.
+    std::optional<Date> sentAt;                 ///< Absent for what is pending, and for what is old.
 };
 
 /// What a conversation holds, or why that cannot be read.
@@ -79,6 +81,9 @@ public:
         std::string_view conversation, std::string_view text) const;
     /// Sends what is pending, the bubble first.
     [[nodiscard]] std::optional<std::string> sendPending(std::string_view conversation) const;
+    /// The same, followed by a text that stood beside the field; all of it or nothing.
+    [[nodiscard]] std::optional<std::string> sendPendingAndText(
+        std::string_view conversation, std::string_view text) const;
     /// Drops what is pending, bubble and text.
     [[nodiscard]] std::optional<std::string> dropPending(std::string_view conversation) const;
 

@@ -12,17 +12,26 @@ MSConversation::MSConversation(std::string name, PictureEncoder encodePicture, C
 
 void MSConversation::insertMessage(MSMessage message, CompletionHandler completionHandler) const {
     DispatchQueue::globalQueue().async([name = _name, encodePicture = _encodePicture, store = _store,
-                                           message = std::move(message),
+                                           message = std::move(message), failureHandler = _failureHandler,
                                            completionHandler = std::move(completionHandler)] {
         const auto& image = message.layout.image;
-        completionHandler(store.insertMessage(name, message, image ? encodePicture(*image) : std::nullopt));
+        const auto error = store.insertMessage(name, message, image ? encodePicture(*image) : std::nullopt);
+        if (error && failureHandler) {
+            failureHandler({.error = *error, .message = message, .text = ""});
+        }
+        completionHandler(error);
     });
 }
 
 void MSConversation::insertText(std::string text, CompletionHandler completionHandler) const {
     DispatchQueue::globalQueue().async([name = _name, store = _store, text = std::move(text),
+                                           failureHandler = _failureHandler,
                                            completionHandler = std::move(completionHandler)] {
-        completionHandler(store.insertText(name, text));
+        const auto error = store.insertText(name, text);
+        if (error && failureHandler) {
+            failureHandler({.error = *error, .message = std::nullopt, .text = text});
+        }
+        completionHandler(error);
     });
 }
 

@@ -20,11 +20,22 @@ public:
     /// left out. Called on a background queue.
     using PictureEncoder = std::function<std::optional<EncodedPicture>(const UIImage& picture)>;
 
+    /// What could not be put into the field: a bubble or a text.
+    struct FailedInsertion {
+        std::string error;                ///< One sentence that tells what failed and where.
+        std::optional<MSMessage> message; ///< Of a bubble.
+        std::string text;                 ///< Of a text.
+    };
+    /// Called on a background queue, before the completion handler of the insertion.
+    using FailureHandler = std::function<void(const FailedInsertion& failure)>;
+
     /// @param name  As `ConversationStore` takes it.
     MSConversation(
         std::string name, PictureEncoder encodePicture, ConversationStore store = ConversationStore());
 
     const std::string& name() const { return _name; }
+    /// Lets whoever shows the input field tell the user, and insert again. Set before the first insertion.
+    void setFailureHandler(FailureHandler handler) { _failureHandler = std::move(handler); }
 
     /// Puts the bubble into the input field, in place of the one there and the text that came with it.
     /// Insertions that overlap land in any order, so wait for the first where the order matters.
@@ -40,6 +51,7 @@ private:
     std::string _name;
     PictureEncoder _encodePicture;
     ConversationStore _store;
+    FailureHandler _failureHandler; // May be empty.
     std::optional<MSMessage> _selectedMessage;
 };
 
