@@ -72,7 +72,10 @@ PHAuthorizationStatus PHPhotoLibrary::authorizationStatus() {
 void PHPhotoLibrary::requestAuthorization(std::function<void(PHAuthorizationStatus)> handler) {
     DispatchQueue::globalQueue().async([handler = std::move(handler)] {
         if (authorizationStatus() == PHAuthorizationStatus::NotDetermined) {
-            setAuthorization(askedStatus());
+            const PHAuthorizationStatus answer = askedStatus();
+            if (authorizationStatus() == PHAuthorizationStatus::NotDetermined) {
+                setAuthorization(answer);
+            }
         }
         handler(authorizationStatus());
     });

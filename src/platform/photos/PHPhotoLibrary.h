@@ -43,7 +43,8 @@ public:
     /// Answers the stored decision, or asks for one first; on a queue of the library.
     static void requestAuthorization(std::function<void(PHAuthorizationStatus)> handler);
     /// How the user is asked: any thread, may block. Without one, who is asked allows everything: whoever
-    /// runs a program on the own files has decided.
+    /// runs a program on the own files has decided. A question may store the decision itself, with the
+    /// folders of a limited one; then its answer is not stored.
     static void setAuthorizationQuestion(std::function<PHAuthorizationStatus()> question);
     /// Stores a decision of the user.
     /// @param limitedFolders  Of `Limited`: absolute paths; what lies below them is all that there is.
