@@ -149,10 +149,9 @@ void appendText(SQLiteDatabase& database, std::int64_t conversation, const std::
 
 /// Gives what is pending the next place among what was sent.
 void sendPendingEntry(SQLiteDatabase& database, std::int64_t conversation, std::string_view kind) {
-    database.execute(
-        "UPDATE entries SET sent_at = ?3,"
-        " sent = 1 + (SELECT coalesce(max(sent), 0) FROM entries WHERE conversation = ?1)"
-        " WHERE conversation = ?1 AND kind = ?2 AND sent IS NULL",
+    database.execute("UPDATE entries SET sent_at = ?3,"
+                     " sent = 1 + (SELECT coalesce(max(sent), 0) FROM entries WHERE conversation = ?1)"
+                     " WHERE conversation = ?1 AND kind = ?2 AND sent IS NULL",
         {conversation, kind, Date::now()});
 }
 

@@ -24,15 +24,15 @@ void MSConversation::insertMessage(MSMessage message, CompletionHandler completi
 }
 
 void MSConversation::insertText(std::string text, CompletionHandler completionHandler) const {
-    DispatchQueue::globalQueue().async([name = _name, store = _store, text = std::move(text),
-                                           failureHandler = _failureHandler,
-                                           completionHandler = std::move(completionHandler)] {
-        const auto error = store.insertText(name, text);
-        if (error && failureHandler) {
-            failureHandler({.error = *error, .message = std::nullopt, .text = text});
-        }
-        completionHandler(error);
-    });
+    DispatchQueue::globalQueue().async(
+        [name = _name, store = _store, text = std::move(text), failureHandler = _failureHandler,
+            completionHandler = std::move(completionHandler)] {
+            const auto error = store.insertText(name, text);
+            if (error && failureHandler) {
+                failureHandler({.error = *error, .message = std::nullopt, .text = text});
+            }
+            completionHandler(error);
+        });
 }
 
 } // namespace exifcard

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/foundation/NotificationCenter.h"
+#include "platform/photos/PHPhotoLibrary.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QWidget;
+
+namespace exifcard {
+
+class ChoiceSheet;
+class LibraryKeeper;
+struct ImportProgress;
+struct ImportReport;
+
+/// The way of photos into the window: asks whether the library may be read, offers folders at the first
+/// start, and keeps the library up to date.
+class LibraryAccess : public QObject {
+    Q_OBJECT
+
+public:
+    /// @param window  Where questions are shown.
+    explicit LibraryAccess(QWidget& window);
+    ~LibraryAccess() override;
+
+    /// @param folder  One that the user named at the start, which is permission enough; absolute.
+    void start(const std::optional<std::string>& folder);
+    void addFolder(const std::string& folder);
+    /// The sheet that waits for an answer; null without.
+    ChoiceSheet* openSheet() const;
+
+signals:
+    /// 0 … 1; below 0 when nothing is being imported.
+    void progressed(double part);
+    void failed(const std::string& error);
+
+private:
+    using Decision = std::function<void(PHAuthorizationStatus status, std::vector<std::string> folders)>;
+
+    void askForAccess(const Decision& decided);
+    void offerFolders();
+    void chooseFolder(const std::function<void(const std::string&)>& chosen);
+    void startKeeper();
+    void importProgressed(const ImportProgress& progress);
+    void importFinished(const ImportReport& report);
+
+    QWidget& _window;
+    LibraryKeeper* _keeper = nullptr;
+    QPointer<ChoiceSheet> _sheet;
+    bool _isKeeperStarted = false;
+    bool _isFolderNamed = false; ///< No folder need be offered.
+    std::vector<NotificationCenter::Observation> _observations;
+};
+
+} // namespace exifcard

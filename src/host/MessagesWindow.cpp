@@ -1,0 +1,275 @@
+#include "host/MessagesWindow.h"
+
+#include "appearance/Apperance.h"
+#include "host/ConversationFeed.h"
+#include "host/ConversationsView.h"
+#include "host/ExtensionPanel.h"
+#include "host/HeaderBar.h"
+#include "host/HostAppearance.h"
+#include "host/HostColors.h"
+#include "host/InputBar.h"
+#include "host/LibraryAccess.h"
+#include "host/TranscriptView.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/MSMessagesAppViewController.h"
+#include "platform/uikit/Text+Qt.h"
+#include "platform/uikit/UIColor+Qt.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QShortcut>
+
+#include <algorithm>
+
+namespace exifcard {
+namespace {
+
+constexpr QSize kSmallestSize(360, 640);
+/// The expanded panel leaves so much of the conversation below the header.
+constexpr int kGapAboveExpandedPanel = 6;
+/// However long the pending text, so much of the conversation is seen.
+constexpr int kLeastTranscriptHeight = 60;
+
+QString subjectOf(std::size_t messageCount) {
+    if (messageCount == 0) {
+        return qString(localizedString("No messages yet"));
+    }
+    return messageCount == 1 ? qString(localizedString("1 message"))
+                             : qString(localizedStringWithFormat(
+                                   "%ld messages", {static_cast<std::int64_t>(messageCount)}));
+}
+
+} // namespace
+
+std::string firstConversationName() {
+    return std::string(localizedString("My notes"));
+}
+
+MessagesWindow::MessagesWindow(
+    std::shared_ptr<MSMessagesAppViewController> extension, WindowState state, HostAppearance& appearance)
+    : _appearance(appearance)
+    , _feed(new ConversationFeed(ConversationStore(), this))
+    , _header(new HeaderBar(this))
+    , _transcript(new TranscriptView(this))
+    , _inputBar(new InputBar(this))
+    , _panel(new ExtensionPanel(std::move(extension), this))
+    , _conversations(new ConversationsView(this))
+    , _libraryAccess(new LibraryAccess(*this)) {
+    setWindowTitle(QStringLiteral("exifcard"));
+    setMinimumSize(kSmallestSize);
+    connectFeed();
+    connectInput();
+    connectLibrary();
+    addShortcuts();
+    connect(_header, &HeaderBar::conversationsRequested, this, [this] {
+        if (_conversations->isVisible()) {
+            _conversations->hide();
+        } else {
+            _conversations->open();
+        }
+    });
+    connect(_conversations, &ConversationsView::chosen, this, &MessagesWindow::openConversation);
+    connect(_transcript, &TranscriptView::messageActivated, this, &MessagesWindow::selectMessage);
+    connect(_panel, &ExtensionPanel::styleChanged, this, [this] {
+        if (_panel->style() == ExtensionPanel::Style::Compact && _feed->conversation()) {
+            _feed->conversation()->setSelectedMessage(std::nullopt);
+        }
+    });
+    resize(sizeHint());
+    if (!state.geometry.isEmpty()) {
+        restoreGeometry(state.geometry);
+    }
+    _panel->setStyle(state.presentationStyle, /*isAnimated=*/false);
+}
+
+MessagesWindow::~MessagesWindow() {
+    _feed->waitForStore();
+    _panel->deactivate();
+}
+
+void MessagesWindow::connectFeed() {
+    connect(_feed, &ConversationFeed::changed, this, &MessagesWindow::showContent);
+    connect(_feed, &ConversationFeed::namesChanged, this,
+        [this] { _conversations->setNames(_feed->names(), _feed->name()); });
+    connect(_feed, &ConversationFeed::failed, this,
+        [this](const std::string& error) { _inputBar->showError(qString(error)); });
+    connect(_feed, &ConversationFeed::insertionFailed, _inputBar, &InputBar::showFailedInsertion);
+    connect(
+        _feed, &ConversationFeed::sendingFinished, this, [this](bool isSent, const std::string& typedText) {
+            _inputBar->setSending(false);
+            if (isSent) {
+                _inputBar->clearTypedText(qString(typedText));
+                _inputBar->showError(QString());
+                _transcript->scrollToEnd();
+            }
+        });
+}
+
+void MessagesWindow::connectInput() {
+    connect(_inputBar, &InputBar::sendRequested, this, &MessagesWindow::send);
+    connect(_inputBar, &InputBar::dropRequested, this, &MessagesWindow::dropPending);
+    connect(_inputBar, &InputBar::retryRequested, this, [this] {
+        const auto failures = _inputBar->failedInsertions();
+        _inputBar->clearFailedInsertions();
+        _feed->insertAgain(failures);
+    });
+    connect(_inputBar, &InputBar::heightChanged, this, &MessagesWindow::layOut);
+}
+
+void MessagesWindow::connectLibrary() {
+    connect(_libraryAccess, &LibraryAccess::progressed, _header, &HeaderBar::setProgress);
+    connect(_libraryAccess, &LibraryAccess::failed, this,
+        [this](const std::string& error) { _inputBar->showError(qString(error)); });
+}
+
+void MessagesWindow::addShortcuts() {
+    const auto add = [this](const QKeySequence& keys, auto action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    add(QKeySequence(Qt::CTRL | Qt::Key_E), [this] { _panel->toggle(); });
+    add(QKeySequence(Qt::CTRL | Qt::Key_Return), [this] { send(); });
+    add(QKeySequence(Qt::CTRL | Qt::Key_Enter), [this] { send(); });
+    add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [this] { _appearance.toggle(); });
+    add(QKeySequence(Qt::Key_F6), [this] { focusNextRegion(); });
+    add(QKeySequence(QKeySequence::Quit), [this] { close(); });
+    add(QKeySequence(QKeySequence::Close), [this] { close(); });
+}
+
+void MessagesWindow::openConversation(const std::string& name) {
+    if (name.empty() || name == _feed->name()) {
+        return;
+    }
+    _inputBar->clearFailedInsertions();
+    _inputBar->showError(QString());
+    _feed->open(name);
+    _header->setConversation(qString(name), QString());
+    _conversations->setNames(_feed->names(), name);
+    if (_panel->isActive()) {
+        activateExtension();
+    }
+}
+
+void MessagesWindow::openLibrary(const std::optional<std::string>& folder) {
+    _libraryAccess->start(folder);
+}
+
+void MessagesWindow::addFolder(const std::string& folder) {
+    _libraryAccess->addFolder(folder);
+}
+
+void MessagesWindow::activateExtension() {
+    _panel->activate(_feed->conversation());
+}
+
+WindowState MessagesWindow::state() const {
+    return {.geometry = saveGeometry(),
+        .conversation = _feed->name(),
+        .presentationStyle = _panel->style(),
+        .appearance = _appearance.chosen()};
+}
+
+void MessagesWindow::showContent(bool isSameConversation) {
+    _transcript->setEntries(_feed->sent(), isSameConversation);
+    _inputBar->showPending(_feed->pending());
+    _header->setConversation(qString(_feed->name()), subjectOf(_feed->sent().size()));
+}
+
+void MessagesWindow::send() {
+    const std::string typedText = textFromQString(_inputBar->typedText());
+    if (_feed->isSending() || (_feed->pending().empty() && typedText.empty())) {
+        return;
+    }
+    if (const auto message = pendingMessage()) {
+        _panel->extension().didStartSendingMessage(*message, _feed->conversation());
+    }
+    _inputBar->setSending(true);
+    _feed->send(typedText);
+}
+
+void MessagesWindow::dropPending() {
+    if (const auto message = pendingMessage()) {
+        _panel->extension().didCancelSendingMessage(*message, _feed->conversation());
+    }
+    _inputBar->clearFailedInsertions();
+    if (!_feed->pending().empty()) {
+        _feed->dropPending();
+    }
+}
+
+std::optional<MSMessage> MessagesWindow::pendingMessage() const {
+    const auto& pending = _feed->pending();
+    const auto found = std::ranges::find(pending, ConversationEntry::Kind::Message, &ConversationEntry::kind);
+    return found == pending.end() ? std::nullopt : std::optional(found->message);
+}
+
+void MessagesWindow::selectMessage(const ConversationEntry& entry) {
+    MSMessage message = entry.message;
+    if (entry.picture) {
+        message.layout.mediaFileURL = URL::fileURLWithPath(entry.picture->file);
+    }
+    const auto& conversation = _feed->conversation();
+    conversation->setSelectedMessage(message);
+    _panel->extension().willSelectMessage(message, conversation);
+    _panel->setStyle(ExtensionPanel::Style::Expanded, /*isAnimated=*/true);
+    _panel->extension().didSelectMessage(message, conversation);
+}
+
+void MessagesWindow::focusNextRegion() {
+    setAttribute(Qt::WA_KeyboardFocusChange); // The ring shows where the focus went.
+    const QWidget* const focused = focusWidget();
+    const auto holds = [focused](const QWidget* region) {
+        return focused != nullptr && (region == focused || region->isAncestorOf(focused));
+    };
+    if (holds(_transcript)) {
+        _inputBar->focusLine();
+    } else if (holds(_inputBar)) {
+        _panel->focusContent();
+    } else {
+        _transcript->focusNewest();
+        if (!holds(_transcript) && !_transcript->isAncestorOf(focusWidget())) {
+            _inputBar->focusLine(); // An empty conversation has nothing to go to.
+        }
+    }
+}
+
+void MessagesWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) {
+        QWidget::keyPressEvent(event);
+    } else if (_panel->style() == ExtensionPanel::Style::Expanded) {
+        _panel->setStyle(ExtensionPanel::Style::Compact, /*isAnimated=*/true);
+    } else if (_inputBar->hasPending()) {
+        dropPending();
+    }
+}
+
+void MessagesWindow::layOut() {
+    const int compactHeight = ExtensionPanel::compactHeight(height());
+    const int contentTop = HeaderBar::kHeight;
+    const int contentBottom = height() - compactHeight + InputBar::kOverlapOfPanel;
+    const int mostForBar = contentBottom - contentTop - kLeastTranscriptHeight;
+    const int barHeight = std::min(_inputBar->heightForWidth(width()), mostForBar);
+    _header->setGeometry(0, 0, width(), HeaderBar::kHeight);
+    _inputBar->setGeometry(0, contentBottom - barHeight, width(), barHeight);
+    _transcript->setGeometry(0, contentTop, width(), contentBottom - barHeight - contentTop);
+    _conversations->setGeometry(0, contentTop, width(), height() - contentTop);
+}
+
+void MessagesWindow::resizeEvent(QResizeEvent*) {
+    layOut();
+    _panel->setRoom(size(), HeaderBar::kHeight + kGapAboveExpandedPanel);
+}
+
+void MessagesWindow::paintEvent(QPaintEvent* event) {
+    QPainter(this).fillRect(event->rect(), qColor(Apperance::appearanceBackgroundColor()));
+}
+
+void MessagesWindow::closeEvent(QCloseEvent* event) {
+    state().save();
+    _feed->waitForStore();
+    emit closing();
+    event->accept();
+}
+
+} // namespace exifcard

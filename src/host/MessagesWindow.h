@@ -1,0 +1,91 @@
+#pragma once
+
+#include "host/WindowState.h"
+#include "platform/messages/ConversationStore.h"
+#include "platform/messages/MSConversation.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace exifcard {
+
+class ConversationFeed;
+class ConversationsView;
+class ExtensionPanel;
+class HeaderBar;
+class HostAppearance;
+class InputBar;
+class LibraryAccess;
+class MSMessagesAppViewController;
+class TranscriptView;
+
+/// The messaging window: a conversation, its input field, and below them the panel with the extension.
+class MessagesWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    /// @param extension   Shown in the panel.
+    /// @param appearance  Lives as long as the window.
+    MessagesWindow(std::shared_ptr<MSMessagesAppViewController> extension,
+        WindowState state,
+        HostAppearance& appearance);
+    /// Waits for what the store is writing.
+    ~MessagesWindow() override;
+
+    void openConversation(const std::string& name);
+    /// See `LibraryAccess::start`.
+    void openLibrary(const std::optional<std::string>& folder);
+    void addFolder(const std::string& folder);
+    /// Shows the panel in its style; after the window has its size.
+    void activateExtension();
+    /// As it is to be remembered.
+    WindowState state() const;
+
+    ConversationFeed& feed() { return *_feed; }
+    ExtensionPanel& panel() { return *_panel; }
+    InputBar& inputBar() { return *_inputBar; }
+    TranscriptView& transcript() { return *_transcript; }
+    LibraryAccess& libraryAccess() { return *_libraryAccess; }
+
+    QSize sizeHint() const override { return {420, 860}; }
+
+signals:
+    void closing();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void connectFeed();
+    void connectInput();
+    void connectLibrary();
+    void addShortcuts();
+    void layOut();
+    void showContent(bool isSameConversation);
+    void send();
+    void dropPending();
+    void selectMessage(const ConversationEntry& entry);
+    void focusNextRegion();
+    std::optional<MSMessage> pendingMessage() const;
+
+    HostAppearance& _appearance;
+    ConversationFeed* _feed = nullptr;
+    HeaderBar* _header = nullptr;
+    TranscriptView* _transcript = nullptr;
+    InputBar* _inputBar = nullptr;
+    ExtensionPanel* _panel = nullptr;
+    ConversationsView* _conversations = nullptr;
+    LibraryAccess* _libraryAccess = nullptr;
+};
+
+/// The name of the conversation that a first start opens.
+std::string firstConversationName();
+
+} // namespace exifcard

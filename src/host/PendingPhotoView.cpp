@@ -1,0 +1,165 @@
+#include "host/PendingPhotoView.h"
+
+#include "appearance/Apperance.h"
+#include "host/HostColors.h"
+#include "host/HostFont.h"
+#include "host/IconButton.h"
+#include "host/SheetButton.h"
+#include "host/StoredPicture.h"
+#include "host/WrappedText.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/NamedImages.h"
+#include "platform/uikit/Text+Qt.h"
+#include "platform/uikit/UIColor+Qt.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyle>
+
+namespace exifcard {
+namespace {
+
+constexpr int kThumbnailSide = 56;
+constexpr int kThumbnailRadius = 12;
+constexpr int kGap = 10;
+constexpr int kHeight = 56;
+constexpr int kBottomGap = 8;
+constexpr int kButtonRoom = 40;
+constexpr int kButtonOverhang = 10; ///< The finger's room around the disc reaches into the field's padding.
+
+QString lineText(const std::optional<std::string>& text) {
+    return text ? qString(*text) : QString();
+}
+
+} // namespace
+
+PendingPhotoView::PendingPhotoView(QWidget* parent)
+    : QWidget(parent)
+    , _closeButton(new IconButton({.icon = "closebutton",
+                                      .iconSide = 14,
+                                      .discSide = 24,
+                                      .disc = HostColors::fieldButton(),
+                                      .color = Apperance::appearanceTextColor()},
+          qString(localizedString("Remove")),
+          this))
+    , _retryButton(new SheetButton(SheetButton::Kind::Quiet, qString(localizedString("Try again")), this)) {
+    setFixedHeight(kHeight + kBottomGap);
+    connect(_closeButton, &IconButton::clicked, this, &PendingPhotoView::closed);
+    connect(_retryButton, &QPushButton::clicked, this, &PendingPhotoView::retried);
+    setAccessibilityTraits(*this, kUIAccessibilityTraitStaticText);
+}
+
+void PendingPhotoView::showMessage(const ConversationEntry& entry) {
+    const MSMessageTemplateLayout& layout = entry.message.layout;
+    const bool isSamePicture = _entry.picture && entry.picture && _entry.picture->file == entry.picture->file;
+    _entry = entry;
+    _isFailure = false;
+    _lines = {
+        lineText(layout.imageTitle), lineText(layout.caption).simplified(), lineText(layout.subcaption)};
+    // The caption's runs of spaces are for the wide bubble; here three stand between its parts.
+    _lines.caption =
+        lineText(layout.caption).split(QStringLiteral("  "), Qt::SkipEmptyParts).join(QStringLiteral("   "));
+    const QString text =
+        QStringList{_lines.title, _lines.caption.simplified(), _lines.subcaption}.join(QLatin1Char('\n'));
+    setToolTip(text.trimmed());
+    _retryButton->hide();
+    if (!isSamePicture) {
+        _thumbnail = {};
+        loadThumbnail();
+    }
+    update();
+}
+
+void PendingPhotoView::showFailure(const std::string& error) {
+    _entry = {};
+    _thumbnail = {};
+    _isFailure = true;
+    _lines = {qString(localizedString("Could not be added")), qString(error), {}};
+    setToolTip(qString(error));
+    _retryButton->show();
+    update();
+}
+
+void PendingPhotoView::loadThumbnail() {
+    if (!_entry.picture) {
+        return;
+    }
+    const std::string file = _entry.picture->file;
+    const QSize pixels = QSize(kThumbnailSide, kThumbnailSide) * devicePixelRatioF();
+    loadStoredPicture(file, pixels, *this, [this, file](const QImage& picture) {
+        if (_entry.picture && _entry.picture->file == file) {
+            _thumbnail = QPixmap::fromImage(picture);
+            _thumbnail.setDevicePixelRatio(devicePixelRatioF());
+            update();
+        }
+    });
+}
+
+void PendingPhotoView::resizeEvent(QResizeEvent*) {
+    const QRect close(width() - 44 + kButtonOverhang, -kButtonOverhang, 44, 44);
+    _closeButton->setGeometry(QStyle::visualRect(layoutDirection(), rect(), close));
+    const QSize retry = _retryButton->sizeHint();
+    const QRect retryPlace(
+        QPoint(width() - kButtonRoom - retry.width() - 4, (kHeight - retry.height()) / 2), retry);
+    _retryButton->setGeometry(QStyle::visualRect(layoutDirection(), rect(), retryPlace));
+}
+
+void PendingPhotoView::paintThumbnail(QPainter& painter, const QRect& place) const {
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(place), kThumbnailRadius, kThumbnailRadius);
+    painter.save();
+    painter.setClipPath(outline);
+    painter.fillRect(place, qColor(HostColors::placeholder()));
+    if (!_thumbnail.isNull()) {
+        painter.drawPixmap(place, _thumbnail);
+    } else {
+        constexpr int kIconSide = 24;
+        QRect icon(0, 0, kIconSide, kIconSide);
+        icon.moveCenter(place.center());
+        painter.drawPixmap(icon.topLeft(),
+            imageNamed("photos", kIconSide, HostColors::secondaryText(), devicePixelRatioF()));
+    }
+    painter.restore();
+}
+
+void PendingPhotoView::paintLines(QPainter& painter, const QRect& place) const {
+    struct Line {
+        QString text;
+        WrappedText::Style style;
+        UIColor color;
+    };
+    const Line lines[] = {
+        {_lines.title, {hostFont(13, HostFontWeight::DemiBold), hostLineHeight(18), 1},
+            Apperance::appearanceTextColor()},
+        {_lines.caption, {hostFont(12), hostLineHeight(16), 1},
+            _isFailure ? HostColors::secondaryText() : Apperance::appearanceTextColor()},
+        {_lines.subcaption, {hostFont(12), hostLineHeight(16), 1}, HostColors::secondaryText()},
+    };
+    int height = 0;
+    for (const Line& line : lines) {
+        height += line.text.isEmpty() ? 0 : line.style.lineHeight;
+    }
+    double top = place.y() + (place.height() - height) / 2.0;
+    for (const Line& line : lines) {
+        if (!line.text.isEmpty()) {
+            painter.setPen(qColor(line.color));
+            const WrappedText text(line.text, line.style, place.width());
+            text.draw(painter, {static_cast<double>(place.x()), top}, place.width(),
+                layoutDirection() == Qt::RightToLeft);
+            top += line.style.lineHeight;
+        }
+    }
+}
+
+void PendingPhotoView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    const QRect thumbnail(0, 0, kThumbnailSide, kThumbnailSide);
+    const int right = _isFailure ? _retryButton->width() + kButtonRoom + 2 * kGap : kButtonRoom;
+    const QRect text(kThumbnailSide + kGap, 0, width() - kThumbnailSide - kGap - right, kHeight);
+    paintThumbnail(painter, QStyle::visualRect(layoutDirection(), rect(), thumbnail));
+    paintLines(painter, QStyle::visualRect(layoutDirection(), rect(), text));
+}
+
+} // namespace exifcard

@@ -1,0 +1,130 @@
+#include "host/RenderViews.h"
+
+#include "host/ChoiceSheet.h"
+#include "host/ConversationFeed.h"
+#include "host/ExtensionPanel.h"
+#include "host/HostAppearance.h"
+#include "host/HostExtension.h"
+#include "host/InputBar.h"
+#include "host/LibraryAccess.h"
+#include "host/MessagesWindow.h"
+#include "host/Settling.h"
+#include "platform/foundation/NotificationCenter.h"
+#include "platform/uikit/UITraitCollection.h"
+#include "screens/ListScreenRequests.h"
+
+#include <algorithm>
+#include <array>
+
+namespace exifcard {
+namespace {
+
+constexpr QSize kPhoneSize(375, 812);
+constexpr QSize kTabletSize(768, 1000);
+
+std::unique_ptr<QWidget> makeHost(RenderContext& context) {
+    return context.makeWindow(/*fillsConversation=*/true);
+}
+
+std::unique_ptr<QWidget> makeExpanded(RenderContext& context) {
+    auto window = context.makeWindow(/*fillsConversation=*/true);
+    if (window) {
+        window->panel().setStyle(ExtensionPanel::Style::Expanded, /*isAnimated=*/false);
+    }
+    return window;
+}
+
+std::unique_ptr<QWidget> makeEmpty(RenderContext& context) {
+    return context.makeWindow(/*fillsConversation=*/false);
+}
+
+std::unique_ptr<QWidget> makeFirstStart(RenderContext& context) {
+    auto window = context.makeWindow(/*fillsConversation=*/false);
+    if (window) {
+        NotificationCenter::defaultCenter().postNotificationName(kAddPhotosRequestedNotification, nullptr);
+    }
+    return window;
+}
+
+std::unique_ptr<QWidget> makeAccess(RenderContext& context) {
+    auto window = context.makeWindow(/*fillsConversation=*/false);
+    if (window) {
+        NotificationCenter::defaultCenter().postNotificationName(
+            kLibraryAccessRequestedNotification, nullptr);
+    }
+    return window;
+}
+
+std::unique_ptr<QWidget> makeFailure(RenderContext& context) {
+    auto window = context.makeWindow(/*fillsConversation=*/true);
+    if (window) {
+        window->inputBar().showFailedInsertion(
+            {.error = "The disk is full", .message = MSMessage{}, .text = ""});
+    }
+    return window;
+}
+
+/// The panel alone, as it stands below a conversation.
+std::unique_ptr<QWidget> makeCompact(RenderContext& context) {
+    auto window = context.makeWindow(/*fillsConversation=*/false);
+    if (!window) {
+        return nullptr;
+    }
+    auto panel = std::make_unique<ExtensionPanel>(makeExtension(), nullptr);
+    const QSize size = context.windowSize();
+    panel->setRoom(size, 0);
+    panel->activate(window->feed().conversation());
+    return panel;
+}
+
+constexpr std::array kViews = {
+    RenderView{"host", "The whole window, with a conversation of the files", true, makeHost},
+    RenderView{"expanded", "The window with the panel over the conversation", true, makeExpanded},
+    RenderView{"compact", "The compact panel over the files", true, makeCompact},
+    RenderView{"empty", "The window without a message; without files also without photos", false, makeEmpty},
+    RenderView{"first-start", "The question where the photos are", false, makeFirstStart},
+    RenderView{"access", "The question whether photos may be read", false, makeAccess},
+    RenderView{"failure", "The window after a photo could not be added", true, makeFailure},
+};
+
+} // namespace
+
+RenderContext::RenderContext(RenderRequest request) : _request(std::move(request)) {
+}
+
+RenderContext::~RenderContext() = default;
+
+QSize RenderContext::windowSize() const {
+    return _request.isTablet ? kTabletSize : kPhoneSize;
+}
+
+std::unique_ptr<MessagesWindow> RenderContext::makeWindow(bool fillsConversation) {
+    const std::string name = "Maja Lindqvist";
+    _error = _library.import(_request.files);
+    if (_error.empty() && fillsConversation) {
+        _error = _library.fillConversation(name, _request.files);
+    }
+    if (!_error.empty()) {
+        return nullptr;
+    }
+    const UIUserInterfaceStyle style = UITraitCollection::currentTraitCollection().userInterfaceStyle;
+    _appearance = std::make_unique<HostAppearance>(style, style);
+    auto window = std::make_unique<MessagesWindow>(makeExtension(), WindowState(), *_appearance);
+    window->resize(windowSize());
+    window->openConversation(name);
+    waitUntil(
+        [&window, fillsConversation] { return !fillsConversation || !window->feed().pending().empty(); });
+    window->activateExtension();
+    return window;
+}
+
+std::span<const RenderView> renderViews() {
+    return kViews;
+}
+
+const RenderView* renderViewNamed(std::string_view name) {
+    const auto found = std::ranges::find(kViews, name, &RenderView::name);
+    return found == kViews.end() ? nullptr : &*found;
+}
+
+} // namespace exifcard

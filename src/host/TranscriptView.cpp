@@ -1,0 +1,156 @@
+#include "host/TranscriptView.h"
+
+#include "host/BubbleView.h"
+#include "host/HostColors.h"
+#include "host/TranscriptPage.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/Text+Qt.h"
+#include "platform/uikit/UIColor+Qt.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace exifcard {
+namespace {
+
+constexpr int kThumbWidth = 4;
+constexpr int kThumbMargin = 2;
+constexpr int kLeastThumbHeight = 24;
+
+class Thumb : public QWidget {
+public:
+    explicit Thumb(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(qColor(HostColors::grabber()));
+        painter.drawRoundedRect(QRectF(rect()), width() / 2.0, width() / 2.0);
+    }
+};
+
+} // namespace
+
+TranscriptView::TranscriptView(QWidget* parent)
+    : QScrollArea(parent)
+    , _page(new TranscriptPage(this))
+    , _thumb(new Thumb(this)) {
+    setWidget(_page);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setAccessibleName(qString(localizedString("Conversation")));
+    viewport()->setAutoFillBackground(true);
+    viewport()->setBackgroundRole(QPalette::Window);
+    connect(_page, &TranscriptPage::messageActivated, this, &TranscriptView::messageActivated);
+    connect(_page, &TranscriptPage::moreShown, this, &TranscriptView::layOut);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
+        _isAtEnd = value >= verticalScrollBar()->maximum() - 1;
+        placeThumb();
+    });
+    _page->installEventFilter(this);
+}
+
+void TranscriptView::setEntries(std::vector<ConversationEntry> sent, bool isSameConversation) {
+    const std::size_t countBefore = _page->entryCount();
+    const bool goesToEnd = _isAtEnd || !isSameConversation;
+    _page->setEntries(std::move(sent));
+    layOut();
+    if (goesToEnd) {
+        scrollToEnd();
+    }
+    if (isSameConversation) {
+        announceNew(countBefore);
+    }
+}
+
+void TranscriptView::announceNew(std::size_t firstNew) {
+    for (std::size_t index = firstNew; index < _page->entryCount(); ++index) {
+        if (const BubbleView* const bubble = _page->bubbleOf(index)) {
+            announce(*this, bubble->spokenText());
+        }
+    }
+}
+
+void TranscriptView::scrollToEnd() {
+    _isAtEnd = true;
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void TranscriptView::focusNewest() {
+    const auto& bubbles = _page->bubbles();
+    if (!bubbles.empty()) {
+        bubbles.back()->setFocus(Qt::ShortcutFocusReason);
+        ensureWidgetVisible(bubbles.back());
+    }
+}
+
+void TranscriptView::layOut() {
+    const bool goesToEnd = _isAtEnd;
+    _page->layOut(viewport()->size());
+    if (goesToEnd) {
+        scrollToEnd();
+    }
+    placeThumb();
+}
+
+void TranscriptView::placeThumb() {
+    const int longest = verticalScrollBar()->maximum();
+    _thumb->setVisible(longest > 0);
+    if (longest <= 0) {
+        return;
+    }
+    const int track = height() - 2 * kThumbMargin;
+    const int thumb = std::max(track * height() / std::max(_page->height(), 1), kLeastThumbHeight);
+    const int top = kThumbMargin + (track - thumb) * verticalScrollBar()->value() / longest;
+    const QRect place(width() - kThumbWidth - kThumbMargin, top, kThumbWidth, thumb);
+    _thumb->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+    _thumb->raise();
+}
+
+void TranscriptView::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    layOut();
+}
+
+void TranscriptView::changeEvent(QEvent* event) {
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        layOut();
+    }
+}
+
+bool TranscriptView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) {
+        layOut();
+    }
+    return QScrollArea::eventFilter(watched, event);
+}
+
+void TranscriptView::keyPressEvent(QKeyEvent* event) {
+    const int step = event->key() == Qt::Key_Up ? -1 : event->key() == Qt::Key_Down ? 1 : 0;
+    if (step != 0) {
+        if (QWidget* const next = _page->neighbourOfFocus(step)) {
+            next->setFocus(Qt::TabFocusReason);
+            ensureWidgetVisible(next);
+        }
+        return;
+    }
+    if (event->key() == Qt::Key_Home) {
+        verticalScrollBar()->setValue(0);
+    } else if (event->key() == Qt::Key_End) {
+        scrollToEnd();
+    } else {
+        QScrollArea::keyPressEvent(event);
+    }
+}
+
+} // namespace exifcard

@@ -1,0 +1,97 @@
+#include "host/WrappedText.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace exifcard {
+namespace {
+
+/// The places where the lines of one paragraph begin and how long they are.
+QStringList linesOfParagraph(const QString& paragraph, const QFont& font, int width) {
+    QTextLayout layout(paragraph, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        lines.append(paragraph.mid(line.textStart(), line.textLength()));
+    }
+    layout.endLayout();
+    return lines.isEmpty() ? QStringList{QString()} : lines;
+}
+
+QStringList linesOf(const QString& text, const QFont& font, int width) {
+    QStringList lines;
+    for (const QString& paragraph : text.split(QLatin1Char('\n'))) {
+        lines += linesOfParagraph(paragraph, font, width);
+    }
+    return lines;
+}
+
+void shrink(QFont& font, double scale) {
+    if (font.pixelSize() > 0) {
+        font.setPixelSize(std::max(1, static_cast<int>(std::floor(font.pixelSize() * scale))));
+    } else {
+        font.setPointSizeF(font.pointSizeF() * scale);
+    }
+}
+
+QString withoutTrailingSpaces(QString line) {
+    while (line.endsWith(QLatin1Char(' '))) {
+        line.chop(1);
+    }
+    return line;
+}
+
+} // namespace
+
+WrappedText::WrappedText(const QString& text, Style style, int width) : _style(std::move(style)) {
+    if (text.isEmpty()) {
+        return;
+    }
+    _lines = linesOf(text, _style.font, width);
+    const QFontMetricsF metrics(_style.font);
+    if (_style.maximumLines > 0 && _lines.size() > _style.maximumLines) {
+        const QStringList rest = _lines.mid(_style.maximumLines - 1);
+        _lines = _lines.first(_style.maximumLines);
+        _lines.last() = metrics.elidedText(rest.join(QLatin1Char(' ')), Qt::ElideRight, width);
+        _isCut = true;
+    }
+    double widest = 0;
+    for (QString& line : _lines) {
+        line = withoutTrailingSpaces(line);
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    }
+    _size = {static_cast<int>(std::ceil(widest)), static_cast<int>(_lines.size()) * _style.lineHeight};
+}
+
+void WrappedText::draw(QPainter& painter, const QPointF& topLeft, int width, bool alignedRight) const {
+    painter.setFont(_style.font);
+    QRectF line(topLeft, QSizeF(width, _style.lineHeight));
+    const int alignment = Qt::AlignVCenter | (alignedRight ? Qt::AlignRight : Qt::AlignLeft) |
+                          Qt::AlignAbsolute | Qt::TextSingleLine | Qt::TextDontClip;
+    for (const QString& text : _lines) {
+        painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+        painter.drawText(line, alignment, text);
+        line.translate(0, _style.lineHeight);
+    }
+}
+
+WrappedText captionText(const QString& text, WrappedText::Style style, int width) {
+    constexpr double kSmallestScale = 0.85;
+    const double needed = QFontMetricsF(style.font).horizontalAdvance(text);
+    if (needed > width) {
+        const double scale = std::max(width / needed, kSmallestScale);
+        shrink(style.font, scale);
+    }
+    style.maximumLines = 2;
+    return WrappedText(text, std::move(style), width);
+}
+
+} // namespace exifcard

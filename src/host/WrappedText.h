@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QFont>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+class QColor;
+class QPainter;
+class QPointF;
+
+namespace exifcard {
+
+/// A text broken into lines of a given width. Runs of spaces are kept; a last line that does not fit ends
+/// with an ellipsis.
+class WrappedText {
+public:
+    struct Style {
+        QFont font;
+        int lineHeight = 0;   ///< In logical pixels.
+        int maximumLines = 0; ///< 0: as many as there are.
+    };
+
+    WrappedText() = default;
+    WrappedText(const QString& text, Style style, int width);
+
+    /// The width of the longest line and the height of all.
+    QSize size() const { return _size; }
+    bool isCut() const { return _isCut; }
+    bool isEmpty() const { return _lines.isEmpty(); }
+    /// @param alignedRight  Lines end at `topLeft` plus `width`.
+    void draw(QPainter& painter, const QPointF& topLeft, int width, bool alignedRight) const;
+
+private:
+    QStringList _lines;
+    Style _style;
+    QSize _size;
+    bool _isCut = false;
+};
+
+/// A photo's caption: the font shrinks down to 85 % so that it fits into one line; a longer one takes two.
+WrappedText captionText(const QString& text, WrappedText::Style style, int width);
+
+} // namespace exifcard
