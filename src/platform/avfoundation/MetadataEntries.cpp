@@ -99,7 +99,8 @@ std::vector<AVMetadataItem> metadataItems(std::span<const Entry> entries) {
             items.push_back(itemOf(entry));
         }
     }
-    std::ranges::stable_partition(items,
+    // Clang 14 does not take what the form for ranges answers.
+    std::stable_partition(items.begin(), items.end(),
         [](const AVMetadataItem& item) { return item.keySpace == AVMetadataKeySpaceQuickTimeMetadata; });
     return items;
 }

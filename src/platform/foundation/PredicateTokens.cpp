@@ -19,7 +19,6 @@ constexpr std::string_view kSymbols[] = {"==", "=<", "=>", "!=", "<>", "<=", ">=
 constexpr std::string_view kPlaceholders[] = {
     "%@", "%K", "%d", "%i", "%u", "%f", "%ld", "%li", "%lu", "%lf", "%lld", "%lli", "%llu"};
 
-constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kSpace = " \t\r\n\f\v";
 
 bool isDigit(char byte) {
