@@ -45,7 +45,8 @@ std::string textOfConstant(const Value& value) {
         return fmt::to_string(value.integerValue());
     case Kind::Float:
     case Kind::Double:
-        return fmt::to_string(value.doubleValue());
+        return fmt::to_string(
+            value.doubleValue() + 0.0); // "-0" would be read as a whole number without sign.
     case Kind::Date:
         return fmt::format("CAST({}, \"NSDate\")", value.date()->secondsSince1970 - kPredicateReferenceDate);
     case Kind::Array:

@@ -94,14 +94,23 @@ void fitInto(CGSize limits, int& width, int& height) {
 
 using Scaler = std::unique_ptr<SwsContext, FreeScaler>;
 
+/// What the file says, which may be a number that the enumeration lacks.
+template<typename Enumeration>
+int numberOf(const Enumeration& value) {
+    int number = 0;
+    static_assert(sizeof(number) == sizeof(value));
+    std::memcpy(&number, &value, sizeof(number));
+    return number;
+}
+
 Scaler scalerFor(const AVFrame& frame, int width, int height) {
     const auto format = static_cast<AVPixelFormat>(frame.format);
     Scaler scaler(sws_getContext(frame.width, frame.height, format, width, height, AV_PIX_FMT_RGB24,
         SWS_AREA | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT, nullptr, nullptr, nullptr));
     if (scaler) {
-        const int isFullRange = frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
+        const int isFullRange = numberOf(frame.color_range) == AVCOL_RANGE_JPEG ? 1 : 0;
         constexpr int kUnchanged = 1 << 16;
-        sws_setColorspaceDetails(scaler.get(), sws_getCoefficients(frame.colorspace), isFullRange,
+        sws_setColorspaceDetails(scaler.get(), sws_getCoefficients(numberOf(frame.colorspace)), isFullRange,
             sws_getCoefficients(SWS_CS_DEFAULT), 1, 0, kUnchanged, kUnchanged);
     }
     return scaler;
