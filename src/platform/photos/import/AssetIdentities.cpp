@@ -73,16 +73,16 @@ AssetIdentity AssetIdentities::identityOfPrimary(
 
 AssetIdentities::FormerPlace AssetIdentities::formerPlace(const ReadFile& file, const std::string& folder) {
     auto equals = equalFiles(file);
-    const auto copies = std::ranges::stable_partition(
-        equals, [this](const CatalogueFile& equal) { return !liesInItsPlace(equal); });
+    // Clang 14 does not take what the form for ranges answers.
+    const auto firstCopy = std::stable_partition(
+        equals.begin(), equals.end(), [this](const CatalogueFile& equal) { return !liesInItsPlace(equal); });
     std::int64_t whole = equals.size() == 1 ? equals.front().wholeFingerprint : 0;
-    if (equals.size() > 1 || !copies.empty()) {
+    if (equals.size() > 1 || firstCopy != equals.end()) {
         whole = wholeFingerprintOf(folder + "/" + file.file.name);
     }
-    for (CatalogueFile& copy : copies) {
-        takeWholeFingerprint(copy); // While it can be read: it may be moved one day.
-    }
-    equals.erase(copies.begin(), copies.end());
+    // While they can be read: they may be moved one day.
+    std::for_each(firstCopy, equals.end(), [this](CatalogueFile& copy) { takeWholeFingerprint(copy); });
+    equals.erase(firstCopy, equals.end());
     std::erase_if(equals, [&](const CatalogueFile& equal) {
         const bool isOther = equal.wholeFingerprint != 0 && equal.wholeFingerprint != whole;
         return isOther || isUnplugged(equal);
