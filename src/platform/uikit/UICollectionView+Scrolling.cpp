@@ -180,6 +180,7 @@ void UICollectionView::Implementation::placeOverlays() {
     const double track =
         size.height() - indicatorInset.top - indicatorInset.bottom - 2 * ScrollIndicator::kMargin;
     if (content <= size.height() || track < kShortestIndicator) {
+        indicator->setGeometry({}); // Nothing to be seen either when it flashes.
         indicator->hide();
         return;
     }
