@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QFont>
+#include <QPointer>
 #include <QWidget>
 
 #include <optional>
-
-class QAbstractButton;
 
 namespace exifcard {
 
@@ -44,7 +44,7 @@ private:
     int contentTop() const;
 
     EmptyListReason _reason = EmptyListReason::NoPhotos;
-    QAbstractButton* _button = nullptr; // Beside this view, not in it: it takes touches.
+    QPointer<QAbstractButton> _button; // Beside this view, not in it: it takes touches.
     QFont _titleFont;
     QFont _explanationFont;
 };

@@ -141,6 +141,17 @@ void ExifDataListViewController::refresh() {
     }
 }
 
+void ExifDataListViewController::endRefreshing() {
+    if (!refreshControl) {
+        return;
+    }
+    refreshControl->endRefreshing();
+    if (collectionView->contentOffset().y <= 0) {
+        // What was loaded in no time ends before the list has come to show the control.
+        collectionView->setContentOffset({0, 0}, /*animated=*/true);
+    }
+}
+
 void ExifDataListViewController::photoLibraryDidChange(const PHChange& change) {
     if (_libraryFollower) {
         _libraryFollower->libraryDidChange(change);

@@ -71,6 +71,7 @@ public:
 
     /// Shows that the list is loading; subclasses then load it.
     virtual void refresh();
+    void endRefreshing(); ///< For the end of that.
     /// Shows why there is nothing to see, or hides that again.
     void updateEmptyState();
     /// Called by the data source when a page is in the list.

@@ -9,7 +9,6 @@
 #include "platform/uikit/MSMessagesAppViewController.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UICollectionView.h"
-#include "platform/uikit/UIRefreshControl.h"
 #include "platform/uikit/UISwitch.h"
 #include "screens/ExifDataListDataSource.h"
 #include "screens/OptionStrip.h"
@@ -89,9 +88,8 @@ void StickerPhotosExifViewController::refresh() {
 
 void StickerPhotosExifViewController::load(const PHAssetCollectionPtr& album) {
     const auto endRefreshing = [weak = weakSelf()] {
-        const auto self = weak.lock();
-        if (self && self->refreshControl) {
-            self->refreshControl->endRefreshing();
+        if (const auto self = weak.lock()) {
+            self->endRefreshing();
         }
     };
     dataSource->assetCollection = album;

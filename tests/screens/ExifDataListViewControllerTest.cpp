@@ -6,6 +6,7 @@
 #include "metadata/ExifInformation.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIRefreshControl.h"
 #include "platform/uikit/UITraitCollection.h"
 #include "screens/EmptyStateView.h"
 #include "screens/ListScreenRequests.h"
@@ -260,6 +261,49 @@ TEST_F(ExifDataListViewControllerTest, TellsWhyItShowsNoPhotoAndOffersWhatHelps)
     waitUntil([&] { return screen->dataSource->exifDataItemsArray.size() == 2; });
     waitUntilLoaded(*screen);
     EXPECT_EQ(shown(), nullptr);
+}
+
+TEST_F(ExifDataListViewControllerTest, ReturnsToItsTopHoweverQuicklyItIsLoaded) {
+    const auto screen = list(std::make_shared<ListPresentation>());
+    screen->view().show();
+    for (int round = 0; round < 3; ++round) {
+        const int before = screen->completions;
+        screen->refresh();
+        EXPECT_TRUE(screen->refreshControl->isRefreshing());
+        waitUntil([&] { return screen->completions == before + 1; });
+        waitUntil([&] { return screen->collectionView->contentOffset().y == 0; });
+        EXPECT_FALSE(screen->refreshControl->isRefreshing());
+    }
+}
+
+TEST_F(ExifDataListViewControllerTest, BringsAnOriginalThatLiesElsewhereAndOffersAFailedOneAgain) {
+    addElsewhere("canon-40d-northwest-rating5.jpg");
+    slowFolder->isBroken = true;
+    const auto screen = list(std::make_shared<ListPresentation>());
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    const auto record = screen->dataSource->exifDataItemsArray.at(0);
+    ASSERT_TRUE(record->imageResultIsInCloud);
+    screen->selectedItems = {record};
+    auto* const cell =
+        dynamic_cast<ExifDataCollectionListViewCell*>(screen->collectionView->cellForItemAtIndexPath({0, 0}));
+    ASSERT_NE(cell, nullptr);
+    screen->requestToDownloadiCloudAssetAtCell(*cell);
+    EXPECT_EQ(record->iCloudDownloadProgress, 0);
+    EXPECT_TRUE(record->hasForceDownloadedImageResultFromCloud);
+    waitUntil([&] { return record->iCloudDownloadProgress == -1; });
+    EXPECT_FALSE(record->hasFinishedDownloadingImageResultFromCloud);
+
+    slowFolder->isBroken = false;
+    screen->requestToDownloadiCloudAssetAtCell(*cell);
+    waitUntil([&] { return screen->dataSource->exifDataItemsArray.at(0) != record; });
+    const auto downloaded = screen->dataSource->exifDataItemsArray.at(0);
+    EXPECT_TRUE(downloaded->exifInfoAvailable);
+    EXPECT_FALSE(downloaded->imageResultIsInCloud);
+    EXPECT_TRUE(record->hasFinishedDownloadingImageResultFromCloud);
+    EXPECT_EQ(screen->dataSource->unFilteredExifDataItemsArray.at(0), downloaded);
+    EXPECT_TRUE(screen->selectedItems.contains(downloaded));
+    waitUntil([&] { return cell->exifInfo() == downloaded; });
 }
 
 TEST_F(ExifDataListViewControllerTest, ObeysItsKeys) {

@@ -2,8 +2,8 @@
 
 #include "metadata/ExifInformation.h"
 #include "platform/uikit/UICollectionView.h"
-#include "platform/uikit/UIRefreshControl.h"
 
+#include <QLayout>
 #include <QTest>
 
 namespace exifcard {
@@ -12,7 +12,7 @@ void WholeLibraryScreen::refresh() {
     ExifDataListViewController::refresh();
     dataSource->refreshAllPhotosWithFavoritesOnly(false, {}, [this] {
         ++completions;
-        refreshControl->endRefreshing();
+        endRefreshing();
     });
 }
 
@@ -46,6 +46,7 @@ std::shared_ptr<WholeLibraryScreen> ScreenTest::list(
     const std::shared_ptr<ListPresentation>& presentation, int width, int height) {
     auto screen = std::make_shared<WholeLibraryScreen>(presentation);
     screen->view().resize(width, height);
+    screen->view().layout()->activate();
     waitUntil([&] { return !screen->dataSource->isLoading(); });
     return screen;
 }
