@@ -1,11 +1,11 @@
 #include "host/HostExtension.h"
 
-#include "platform/uikit/MSMessagesAppViewController.h"
+#include "extension/MessagesViewController.h"
 
 namespace exifcard {
 
 std::shared_ptr<MSMessagesAppViewController> makeExtension() {
-    return std::make_shared<MSMessagesAppViewController>();
+    return MessagesViewController::makeEntry();
 }
 
 } // namespace exifcard

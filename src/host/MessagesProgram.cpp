@@ -10,6 +10,7 @@
 #include "host/Tour.h"
 #include "metadata/FieldKeys.h"
 #include "platform/foundation/Log.h"
+#include "platform/photos/PHPhotoLibrary.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UITraitCollection.h"
@@ -75,6 +76,9 @@ std::unique_ptr<MessagesWindow> openWindow(
     }
     const std::string conversation =
         state.conversation.empty() ? firstConversationName() : state.conversation;
+    if (options.library) {
+        PHPhotoLibrary::grantForThisProcess(); // Who names a folder has decided, before a screen asks.
+    }
     auto window = std::make_unique<MessagesWindow>(makeExtension(), std::move(state), appearance);
     setIdiom(options.isTablet.value_or(window->width() >= kLeastTabletWidth), options);
     window->openConversation(conversation);

@@ -114,6 +114,8 @@ std::unique_ptr<MessagesWindow> RenderContext::makeWindow(bool fillsConversation
     window->openConversation(name);
     waitUntil(
         [&window, fillsConversation] { return !fillsConversation || !window->feed().pending().empty(); });
+    window->setAttribute(Qt::WA_DontShowOnScreen);
+    window->show(); // As in a session: a list that is not visible does not scroll back.
     window->activateExtension();
     return window;
 }

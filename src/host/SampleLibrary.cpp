@@ -10,6 +10,7 @@
 #include "platform/photos/import/Importer.h"
 #include "sending/Conversations.h"
 #include "sending/PhotoSending.h"
+#include "settings/PersistanceManager.h"
 
 #include <atomic>
 #include <filesystem>
@@ -82,6 +83,8 @@ std::string SampleLibrary::fillConversation(const std::string& name, const std::
     const std::shared_ptr<const MSConversation> conversation = conversationNamed(name);
     std::string fault;
     for (const std::string& file : files) {
+        // One share text shows what it is; more would push the photos out of sight.
+        PersistanceManager::sharedInstance().setIncludeExifAsTextOniMessageApp(&file == &files.front());
         sendPhoto(conversation, file);
         if (&file != &files.back()) {
             runOnQueue([&name, &fault] { fault = ConversationStore().sendPending(name).value_or(fault); });

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kStep(20);
 /// Long enough for a picture to be decoded and for any fade.
-constexpr std::chrono::milliseconds kQuietTime(400);
+constexpr std::chrono::milliseconds kQuietTime(700);
 constexpr std::chrono::seconds kLongestSettling(10);
 
 void runLoop(std::chrono::milliseconds time) {

@@ -1,0 +1,266 @@
+#include "host/MessagesWindow.h"
+
+#include "host/BubbleView.h"
+#include "host/ConversationFeed.h"
+#include "host/ExtensionPanel.h"
+#include "host/HostAppearance.h"
+#include "host/IconButton.h"
+#include "host/InputBar.h"
+#include "host/PanelHandle.h"
+#include "host/SheetButton.h"
+#include "host/TranscriptView.h"
+#include "host/Waiting.h"
+#include "platform/foundation/FilePaths.h"
+#include "platform/uikit/MSMessagesAppViewController.h"
+#include "support/TemporaryHome.h"
+
+#include <gmock/gmock.h>
+
+#include <QLineEdit>
+#include <QTest>
+
+namespace exifcard {
+namespace {
+
+using testing::ElementsAre;
+using Style = MSMessagesAppPresentationStyle;
+
+/// Writes down how it is called.
+class RecordingExtension : public MSMessagesAppViewController {
+public:
+    std::vector<std::string> calls;
+    const QWidget* panel = nullptr;
+    int heightAtTheCall = 0; ///< Of the panel, when the style was told.
+
+    void didBecomeActiveWithConversation(const std::shared_ptr<MSConversation>&) override {
+        calls.emplace_back("active");
+    }
+    void willTransitionToPresentationStyle(Style style) override {
+        calls.push_back(style == Style::Compact ? "will compact" : "will expand");
+        heightAtTheCall = panel == nullptr ? 0 : panel->height();
+    }
+    void didTransitionToPresentationStyle(Style style) override {
+        calls.push_back(style == Style::Compact ? "did compact" : "did expand");
+    }
+    void willSelectMessage(const MSMessage& message, const std::shared_ptr<MSConversation>&) override {
+        calls.push_back("will select " + message.layout.caption.value_or(""));
+    }
+    void didSelectMessage(const MSMessage&, const std::shared_ptr<MSConversation>& conversation) override {
+        calls.push_back(conversation->selectedMessage() ? "did select" : "nothing selected");
+    }
+    void didStartSendingMessage(const MSMessage&, const std::shared_ptr<MSConversation>&) override {
+        calls.emplace_back("sending");
+    }
+    void didCancelSendingMessage(const MSMessage&, const std::shared_ptr<MSConversation>&) override {
+        calls.emplace_back("cancelled");
+    }
+};
+
+class MessagesWindowTest : public testing::Test {
+protected:
+    void open() {
+        _window->openConversation("Ada");
+        _window->show();
+        _window->activateExtension();
+        _window->activateWindow(); // Shortcuts belong to the active window.
+        ASSERT_TRUE(QTest::qWaitForWindowActive(_window.get()));
+        expectSoon([this] { return _window->feed().sent().size() == _sentAtStart; });
+        _extension->panel = &_window->panel();
+        _extension->calls.clear();
+    }
+    void putIntoField(const std::string& caption) {
+        ASSERT_EQ(_store.insertMessage("Ada", messageWithCaption(caption), std::nullopt), std::nullopt);
+    }
+    template<typename View>
+    std::vector<View*> visibleViews() const {
+        std::vector<View*> views;
+        for (View* const view : _window->findChildren<View*>()) {
+            if (view->isVisible()) {
+                views.push_back(view);
+            }
+        }
+        return views;
+    }
+    void expectMoved() {
+        expectSoon([this] { return !_window->panel().isMoving(); });
+    }
+    void drag(int distance) {
+        auto* const handle = _window->findChild<PanelHandle*>();
+        const QPoint start = handle->rect().center();
+        QTest::mousePress(handle, Qt::LeftButton, {}, start);
+        // The handle moves along, so that the pointer is told in the window's coordinates.
+        const QPoint global = handle->mapToGlobal(start);
+        for (int step = 1; step <= 4; ++step) {
+            const QPoint place = handle->mapFromGlobal(global - QPoint(0, distance * step / 4));
+            QTest::mouseMove(handle, place);
+            QMouseEvent move(QEvent::MouseMove, place, handle->mapToGlobal(QPointF(place)), Qt::NoButton,
+                Qt::LeftButton, Qt::NoModifier);
+            move.setTimestamp(static_cast<quint64>(10'000 + step * 1000)); // Slowly: no fling.
+            QCoreApplication::sendEvent(handle, &move);
+        }
+        const QPoint end = handle->mapFromGlobal(global - QPoint(0, distance));
+        QMouseEvent release(QEvent::MouseButtonRelease, end, handle->mapToGlobal(QPointF(end)),
+            Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+        release.setTimestamp(20'000);
+        QCoreApplication::sendEvent(handle, &release);
+    }
+
+    TemporaryHome _home;
+    ConversationStore _store;
+    std::size_t _sentAtStart = 0;
+    std::shared_ptr<RecordingExtension> _extension = std::make_shared<RecordingExtension>();
+    HostAppearance _appearance{UIUserInterfaceStyle::Light, UIUserInterfaceStyle::Light};
+    std::unique_ptr<MessagesWindow> _window =
+        std::make_unique<MessagesWindow>(_extension, WindowState(), _appearance);
+};
+
+TEST_F(MessagesWindowTest, ShowsWhatWasSentAsBubbles) {
+    putIntoField("f/8        ISO 100");
+    ASSERT_EQ(_store.sendPendingAndText("Ada", "Look!"), std::nullopt);
+    _sentAtStart = 2;
+    open();
+    const auto bubbles = visibleViews<BubbleView>();
+    ASSERT_EQ(bubbles.size(), 2U);
+    EXPECT_TRUE(bubbles[0]->spokenText().startsWith(QStringLiteral("You, f/8 ISO 100, ")));
+    EXPECT_TRUE(bubbles[1]->spokenText().startsWith(QStringLiteral("You, Look!, ")));
+    EXPECT_LT(bubbles[0]->geometry().bottom(), bubbles[1]->geometry().top());
+}
+
+TEST_F(MessagesWindowTest, SendsWithControlEnterAndTellsTheExtension) {
+    putIntoField("f/8");
+    open();
+    expectSoon([this] { return _window->inputBar().hasPending(); });
+    auto* const line = _window->findChild<QLineEdit*>();
+    line->setText(QStringLiteral("Look!"));
+    QTest::keyClick(_window.get(), Qt::Key_Return, Qt::ControlModifier);
+    expectSoon([this] { return _window->feed().sent().size() == 2; });
+    EXPECT_EQ(_store.content("Ada").entries.back().text, "Look!");
+    expectSoon([line] { return line->text().isEmpty(); });
+    EXPECT_THAT(_extension->calls, ElementsAre("sending"));
+}
+
+TEST_F(MessagesWindowTest, RemovesThePendingPhotoWithItsButton) {
+    putIntoField("f/8");
+    open();
+    expectSoon([this] { return _window->inputBar().hasPending(); });
+    for (IconButton* const button : visibleViews<IconButton>()) {
+        if (button->accessibleName() == QStringLiteral("Remove")) {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+    expectSoon([this] { return !_window->inputBar().hasPending(); });
+    EXPECT_TRUE(_store.content("Ada").entries.empty());
+    EXPECT_THAT(_extension->calls, ElementsAre("cancelled"));
+}
+
+TEST_F(MessagesWindowTest, SaysWhatCouldNotBeAddedAndTriesAgain) {
+    open();
+    _window->inputBar().showFailedInsertion(
+        {.error = "the disk is full", .message = messageWithCaption("f/8"), .text = ""});
+    const auto buttons = visibleViews<SheetButton>();
+    ASSERT_EQ(buttons.size(), 1U);
+    QTest::mouseClick(buttons.front(), Qt::LeftButton);
+    expectSoon([this] { return !_window->feed().pending().empty(); });
+    EXPECT_TRUE(_window->inputBar().failedInsertions().empty());
+}
+
+TEST_F(MessagesWindowTest, TellsTheStyleBeforeThePanelMovesAndAgainAtTheEnd) {
+    open();
+    const int compact = ExtensionPanel::compactHeight(_window->height());
+    ASSERT_EQ(_window->panel().height(), compact);
+    QTest::keyClick(_window.get(), Qt::Key_E, Qt::ControlModifier);
+    EXPECT_THAT(_extension->calls, ElementsAre("will expand"));
+    EXPECT_EQ(_extension->heightAtTheCall, compact);
+    EXPECT_EQ(_extension->presentationStyle(), Style::Compact);
+    expectMoved();
+    EXPECT_THAT(_extension->calls, ElementsAre("will expand", "did expand"));
+    EXPECT_EQ(_window->panel().y(), 62); // 6 below the header.
+    EXPECT_EQ(_extension->presentationStyle(), Style::Expanded);
+}
+
+TEST_F(MessagesWindowTest, ChangesTheStyleThatTheExtensionAsksFor) {
+    open();
+    _window->panel().setStyle(Style::Expanded, /*isAnimated=*/false);
+    _extension->requestPresentationStyle(Style::Compact);
+    expectSoon([this] { return _extension->presentationStyle() == Style::Compact; });
+    EXPECT_EQ(_window->panel().height(), ExtensionPanel::compactHeight(_window->height()));
+}
+
+TEST_F(MessagesWindowTest, SwitchesWhenTheHandleIsLetGoFarEnough) {
+    open();
+    drag(40);
+    expectMoved();
+    EXPECT_TRUE(_extension->calls.empty());
+    EXPECT_EQ(_window->panel().height(), ExtensionPanel::compactHeight(_window->height()));
+    drag(80);
+    expectMoved();
+    EXPECT_THAT(_extension->calls, ElementsAre("will expand", "did expand"));
+    drag(-80);
+    expectMoved();
+    EXPECT_EQ(_extension->calls.back(), "did compact");
+}
+
+TEST_F(MessagesWindowTest, ResistsByHalfBeyondTheStops) {
+    open();
+    auto* const handle = _window->findChild<PanelHandle*>();
+    const int compact = _window->panel().height();
+    emit handle->dragBegan();
+    emit handle->dragged(-40);
+    EXPECT_EQ(_window->panel().height(), compact - 20);
+    emit handle->dragEnded(-40, 0);
+    expectMoved();
+    EXPECT_EQ(_window->panel().height(), compact);
+}
+
+TEST_F(MessagesWindowTest, LeavesTheExpandedPanelFirstAndThenDropsThePendingMessage) {
+    putIntoField("f/8");
+    open();
+    expectSoon([this] { return _window->inputBar().hasPending(); });
+    _window->panel().setStyle(Style::Expanded, /*isAnimated=*/false);
+    QTest::keyClick(_window.get(), Qt::Key_Escape);
+    EXPECT_EQ(_window->panel().style(), Style::Compact);
+    EXPECT_TRUE(_window->inputBar().hasPending());
+    QTest::keyClick(_window.get(), Qt::Key_Escape);
+    expectSoon([this] { return !_window->inputBar().hasPending(); });
+}
+
+TEST_F(MessagesWindowTest, OpensThePanelWithTheMessageThatIsTapped) {
+    putIntoField("f/8");
+    ASSERT_EQ(_store.sendPending("Ada"), std::nullopt);
+    _sentAtStart = 1;
+    open();
+    QTest::mouseClick(visibleViews<BubbleView>().front(), Qt::LeftButton);
+    expectMoved();
+    EXPECT_THAT(_extension->calls, ElementsAre("will select f/8", "will expand", "did select", "did expand"));
+}
+
+TEST_F(MessagesWindowTest, GoesRoundTheRegionsWithF6) {
+    ASSERT_EQ(_store.sendPendingAndText("Ada", "Look!"), std::nullopt);
+    _sentAtStart = 1;
+    open();
+    std::vector<const QWidget*> regions;
+    for (int press = 0; press < 3; ++press) {
+        QTest::keyClick(_window.get(), Qt::Key_F6);
+        regions.push_back(_window->focusWidget());
+    }
+    EXPECT_TRUE(_window->transcript().isAncestorOf(regions[0]));
+    EXPECT_TRUE(_window->inputBar().isAncestorOf(regions[1]));
+    EXPECT_TRUE(_window->panel().isAncestorOf(regions[2]));
+}
+
+TEST_F(MessagesWindowTest, ComesBackAsItWasLeft) {
+    open();
+    _window->resize(500, 700);
+    _window->panel().setStyle(Style::Expanded, /*isAnimated=*/false);
+    QTest::keyClick(_window.get(), Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    _window->close();
+    const WindowState state = WindowState::load();
+    EXPECT_EQ(state.conversation, "Ada");
+    EXPECT_EQ(state.presentationStyle, Style::Expanded);
+    EXPECT_EQ(state.appearance, UIUserInterfaceStyle::Dark);
+    const MessagesWindow again(std::make_shared<RecordingExtension>(), state, _appearance);
+    EXPECT_EQ(again.size(), QSize(500, 700));
+}
+
+} // namespace
+} // namespace exifcard
