@@ -4,6 +4,7 @@
 #include "platform/uikit/TraitChanges.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QWidget>
 
 #include <algorithm>
@@ -22,6 +23,8 @@ constexpr std::string_view kCategoryNames[] = {"XS", "S", "M", "L", "XL", "XXL",
 
 void adaptToolkit(const UITraitCollection& traits) {
     QApplication::setPalette(applicationPalette());
+    // The toolkit tells its widgets later, but whoever hears of the change may paint at once.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::ApplicationPaletteChange);
     QApplication::setLayoutDirection(traits.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     for (QWidget* const widget : QApplication::allWidgets()) {
         widget->update();
