@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <memory>
 #include <vector>
 
 namespace exifcard {
@@ -281,8 +282,8 @@ TEST(GestureTest, AFingerDoesWhatTheMouseDoes) {
     surface.add<UIPanGestureRecognizer>(panStates);
     surface.add<UITapGestureRecognizer>(tapStates);
     const QSignalSpy clicked(surface.button, &QPushButton::clicked);
-    QPointingDevice* const screen = QTest::createTouchDevice();
-    const auto touch = [&surface, screen] { return QTest::touchEvent(&surface.view, screen); };
+    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+    const auto touch = [&surface, &screen] { return QTest::touchEvent(&surface.view, screen.get()); };
     touch().press(0, QPoint(200, 200), &surface.view);
     touch().release(0, QPoint(200, 200), &surface.view);
     EXPECT_EQ(tapStates, std::vector{State::Ended});

@@ -37,7 +37,8 @@ double contrast(const QColor& one, const QColor& other) {
         const auto linear = [](float component) {
             return component <= 0.03928F ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
         };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
     };
     const double a = luminance(one) + 0.05;
     const double b = luminance(other) + 0.05;
