@@ -12,7 +12,8 @@ class ScrollIndicator : public QWidget {
 
 public:
     static constexpr int kThickness = 3;
-    static constexpr int kMargin = 3;
+    static constexpr int kSideMargin = 1; ///< Beside the items, whose inset is 4.
+    static constexpr int kEndMargin = 3;
 
     explicit ScrollIndicator(QWidget* parent);
 

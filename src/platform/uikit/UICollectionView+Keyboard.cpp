@@ -9,6 +9,8 @@ namespace {
 
 constexpr double kRingRadius = 8; ///< Of a tile; for cells whose layer has none.
 
+constexpr double kRoomForRing = 4; ///< Above and below the item, so that its ring is seen whole.
+
 bool canTakeFocusByTab(const QWidget& widget) {
     return (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget.isEnabled() && widget.isVisible();
 }

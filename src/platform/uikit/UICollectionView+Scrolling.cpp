@@ -178,7 +178,7 @@ void UICollectionView::Implementation::placeOverlays() {
     placeFocusRing();
     const double content = layout.collectionViewContentSize().height + contentInset.top + contentInset.bottom;
     const double track =
-        size.height() - indicatorInset.top - indicatorInset.bottom - 2 * ScrollIndicator::kMargin;
+        size.height() - indicatorInset.top - indicatorInset.bottom - 2 * ScrollIndicator::kEndMargin;
     if (content <= size.height() || track < kShortestIndicator) {
         indicator->setGeometry({}); // Nothing to be seen either when it flashes.
         indicator->hide();
@@ -186,10 +186,10 @@ void UICollectionView::Implementation::placeOverlays() {
     }
     const double length = std::max<double>(kShortestIndicator, track * size.height() / content);
     const double part = std::clamp((offset - restingTop()) / (maximumOffset() - restingTop()), 0.0, 1.0);
-    const double y = indicatorInset.top + ScrollIndicator::kMargin + part * (track - length);
+    const double y = indicatorInset.top + ScrollIndicator::kEndMargin + part * (track - length);
     const int x = view.isRightToLeft()
-                      ? ScrollIndicator::kMargin
-                      : size.width() - ScrollIndicator::kMargin - ScrollIndicator::kThickness;
+                      ? ScrollIndicator::kSideMargin
+                      : size.width() - ScrollIndicator::kSideMargin - ScrollIndicator::kThickness;
     indicator->setGeometry(x, qRound(y), ScrollIndicator::kThickness, qRound(length));
 }
 

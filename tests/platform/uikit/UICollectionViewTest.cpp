@@ -2,6 +2,7 @@
 
 #include "ListFixture.h"
 #include "platform/foundation/PlatformException.h"
+#include "platform/uikit/GestureRecognizers.h"
 #include "platform/uikit/UITraitCollection.h"
 
 #include <QAccessible>
@@ -298,6 +299,44 @@ TEST_F(UICollectionViewTest, AnimatesItsOffsetUnlessMotionIsReduced) {
     list.setContentOffset({0, 200}, /*animated=*/true);
     EXPECT_EQ(list.contentOffset().y, 200);
     UITraitCollection::setCurrentTraitCollection({});
+}
+
+TEST_F(UICollectionViewTest, RepaintsForAnotherAppearanceWithoutMakingCellsAnew) {
+    showRows(100);
+    settle();
+    source->takeRecord();
+    const auto edge = [this] { return list.grab().toImage().pixelColor(2, 2); };
+    EXPECT_EQ(edge(), QColor(Qt::white));
+    UITraitCollection traits;
+    traits.userInterfaceStyle = UIUserInterfaceStyle::Dark;
+    UITraitCollection::setCurrentTraitCollection(traits);
+    settle();
+    EXPECT_EQ(edge(), QColor(Qt::black));
+    EXPECT_THAT(source->takeRecord(), IsEmpty());
+    UITraitCollection::setCurrentTraitCollection({});
+}
+
+TEST_F(UICollectionViewTest, LetsGesturesGoOnWhileTheyKeepTheListStill) {
+    showRows(10);
+    auto pan = std::make_unique<UIPanGestureRecognizer>();
+    std::vector<UIGestureRecognizerState> states;
+    pan->addTarget([&](UIGestureRecognizer& recognizer) {
+        states.push_back(recognizer.state());
+        list.setUserInteractionEnabled(recognizer.state() == UIGestureRecognizerState::Ended);
+    });
+    addGestureRecognizer(list, std::move(pan));
+    source->takeRecord();
+    const QPoint start = middleOf(2);
+    QTest::mousePress(list.viewport(), Qt::LeftButton, {}, start);
+    for (int step = 1; step <= 4; ++step) {
+        QTest::mouseMove(list.viewport(), start + QPoint(20 * step, 0));
+    }
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, start + QPoint(80, 0));
+    EXPECT_THAT(states, Contains(UIGestureRecognizerState::Changed));
+    EXPECT_EQ(states.back(), UIGestureRecognizerState::Ended);
+    EXPECT_THAT(source->takeRecord("shouldSelect"), IsEmpty());
+    tap(2);
+    EXPECT_THAT(source->takeRecord("didSelect"), ElementsAre("didSelect 0/2"));
 }
 
 TEST_F(UICollectionViewTest, ShowsItsCellsAloneToReaders) {
