@@ -32,7 +32,6 @@ struct ExifDataCollectionListViewCell::Implementation {
     PHImageDataResultHandler imageFetchCompletionHandler;
     SetImageCompletionHandler setImageCompletionHandler;
     std::shared_ptr<BlockOperation> imageScaleDownOperation;
-    std::shared_ptr<BlockOperation> fileNameFetchOperation;
     std::shared_ptr<BlockOperation> fileNameFetchOperation2;
     std::shared_ptr<Operation> iCloudDownloadOperation;
     LOTAnimationView* cloudDownloadingAnimationView = nullptr; ///< A child; null without a cloud badge.

@@ -1,6 +1,7 @@
 #include "cards/ExifDataCollectionListViewCell.h"
 
 #include "cards/CardState.h"
+#include "cards/PressView.h"
 #include "categories/ImageManager.h"
 #include "hud/MBProgressHUD.h"
 #include "metadata/ExifInformation.h"
@@ -8,6 +9,7 @@
 #include "platform/photos/PHAssetChangeRequest.h"
 #include "platform/photos/PHPhotoLibrary.h"
 #include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UITraitCollection.h"
 #include "platform/uivalues/UIScreen.h"
 
 #include <QAbstractButton>
@@ -64,6 +66,10 @@ void ExifDataCollectionListViewCell::setShouldUseCachedImage(bool shouldUseCache
     _implementation->shouldUseCachedImage = shouldUseCachedImage;
 }
 
+void ExifDataCollectionListViewCell::setICloudDownloadOperation(std::shared_ptr<Operation> operation) {
+    _implementation->iCloudDownloadOperation = std::move(operation);
+}
+
 void ExifDataCollectionListViewCell::setOutlets(const CardOutlets& outlets) {
     _implementation->outlets = outlets;
     if (outlets.favoriteButton) {
@@ -117,8 +123,7 @@ void ExifDataCollectionListViewCell::cancelOperations() {
         state.imageRequestID = -1;
     }
     ++state.requestTicket; // One whose number is still on its way is cancelled when that comes.
-    for (auto* const operation :
-        {&state.imageScaleDownOperation, &state.fileNameFetchOperation, &state.fileNameFetchOperation2}) {
+    for (auto* const operation : {&state.imageScaleDownOperation, &state.fileNameFetchOperation2}) {
         if (*operation) {
             (*operation)->cancel();
             operation->reset();
@@ -140,12 +145,27 @@ void ExifDataCollectionListViewCell::prepareForReuse() {
     state.exifInfo = nullptr;
     state.shouldUseCachedImage = true;
     setPicture(nullptr);
+    delete findChild<PressView*>(QString(), Qt::FindDirectChildrenOnly);
     setICloudDownloadProgress(-1);
     hideOverlays();
     if (LOTAnimationView* const animation = cloudDownloadingAnimationView()) {
         animation->setAnimationSpeed(1);
         animation->setCompletionBlock(nullptr);
         animation->stop();
+    }
+}
+
+void ExifDataCollectionListViewCell::setHighlighted(bool highlighted) {
+    if (highlighted == this->highlighted()) {
+        return;
+    }
+    UICollectionViewCell::setHighlighted(highlighted);
+    auto* view = findChild<PressView*>(QString(), Qt::FindDirectChildrenOnly);
+    if (!view && highlighted && !UITraitCollection::currentTraitCollection().isMotionReduced) {
+        view = new PressView(*this);
+    }
+    if (view) {
+        view->setPressed(highlighted);
     }
 }
 

@@ -17,6 +17,7 @@ class Data;
 class Dictionary;
 class ExifInformation;
 class LOTAnimationView;
+class Operation;
 class UIImage;
 struct CardOutlets;
 
@@ -60,6 +61,8 @@ public:
     /// @param withCompletion  Called once, when that is shown; never for none and waiting.
     void setICloudDownloadProgress(double progress, CompletionBlock withCompletion = nullptr);
     void stopShowingDownloadingFromCloud();
+    /// Is cancelled when the cell is reused or goes; null for none.
+    void setICloudDownloadOperation(std::shared_ptr<Operation> operation);
     /// Null for a card without cloud badge.
     LOTAnimationView* cloudDownloadingAnimationView() const;
 
@@ -69,6 +72,8 @@ public:
     bool isRequestingImage() const;
 
     void prepareForReuse() override;
+    /// A pressed card shrinks a little, unless the user wants less motion.
+    void setHighlighted(bool highlighted) override;
 
 protected:
     struct Implementation;

@@ -2,10 +2,13 @@
 
 #include "cards/CardLibrary.h"
 #include "cards/ExifGridCollectionViewCell.h"
+#include "cards/PressView.h"
 #include "hud/MBProgressHUD.h"
 #include "library/QueueManager.h"
+#include "platform/foundation/Operation.h"
 #include "platform/photos/SlowFolder.h"
 #include "platform/uikit/LOTAnimationView.h"
+#include "platform/uikit/UITraitCollection.h"
 
 namespace exifcard {
 namespace {
@@ -164,6 +167,15 @@ TEST_F(ExifDataCollectionListViewCellTest, TheCloudBadgeAsksForAnOriginalThatLie
     EXPECT_EQ(owner->asked.size(), 1U);
 }
 
+TEST_F(ExifDataCollectionListViewCellTest, ReuseCancelsTheDownload) {
+    const auto operation = BlockOperation::blockOperationWithBlock([] {});
+    const auto cell = makeCell();
+    cell->setICloudDownloadOperation(operation);
+    EXPECT_FALSE(operation->isCancelled());
+    cell->prepareForReuse();
+    EXPECT_TRUE(operation->isCancelled());
+}
+
 TEST_F(ExifDataCollectionListViewCellTest, AFavouriteIsKeptByTheLibrary) {
     const auto asset = add(kCanon);
     const auto cell = makeCell(recordOf(asset));
@@ -176,6 +188,22 @@ TEST_F(ExifDataCollectionListViewCellTest, AFavouriteIsKeptByTheLibrary) {
     heart.click();
     EXPECT_FALSE(heart.isChecked());
     waitUntil([] { return !assetNamed(kCanon)->isFavorite; });
+}
+
+TEST_F(ExifDataCollectionListViewCellTest, APressedTileShrinksALittleAndGrowsBack) {
+    const auto cell = makeCell();
+    cell->setHighlighted(true);
+    const QPointer<PressView> view = cell->findChild<PressView*>();
+    ASSERT_FALSE(view.isNull());
+    waitUntil([&view] { return view->shownScale() == 0.97; });
+    cell->setHighlighted(false);
+    waitUntil([&view] { return view.isNull(); });
+
+    UITraitCollection::setCurrentTraitCollection({.isMotionReduced = true});
+    cell->setHighlighted(true);
+    EXPECT_EQ(cell->findChild<PressView*>(), nullptr);
+    EXPECT_TRUE(cell->highlighted());
+    UITraitCollection::setCurrentTraitCollection({});
 }
 
 TEST_F(ExifDataCollectionListViewCellTest, AMarkedTileHasABorder) {
