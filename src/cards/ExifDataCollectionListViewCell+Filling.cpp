@@ -164,7 +164,9 @@ void ExifDataCollectionListViewCell::fetchFileName() {
 void ExifDataCollectionListViewCell::updateAccessibility() {
     const auto& record = _implementation->exifInfo;
     if (record) {
-        setAccessibilityLabel(*this, qString(record->fileNameCached.load().value_or("")));
+        const auto fileName = record->fileNameCached.load();
+        setAccessibilityLabel(
+            *this, qString(fileName ? *fileName : record->correctedImageFilePathURL().lastPathComponent()));
     }
 }
 
