@@ -5,6 +5,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 
 namespace exifcard {
 namespace {
@@ -29,10 +30,35 @@ TileBorderView::TileBorderView(QWidget* parent) : UIView(parent) {
 }
 
 void TileBorderView::paintEvent(QPaintEvent*) {
-    static const QPainterPath corner = outsideOfCorner();
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawPixmap(0, 0, shape());
+    const auto* const tile = qobject_cast<const UIView*>(parentWidget());
+    if (tile && tile->layer().borderWidth > 0) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        drawBorder(painter, qColor(tile->layer().borderColor), tile->layer().borderWidth);
+    }
+}
+
+/// Drawn once for all tiles of a size: curves are dear.
+QPixmap TileBorderView::shape() const {
     const QColor outside = qColor(themeColor());
+    const QColor line = qColor(backgroundColor());
+    const auto key = QStringLiteral("exifcard-tile-%1-%2-%3-%4-%5")
+                         .arg(width())
+                         .arg(height())
+                         .arg(devicePixelRatioF())
+                         .arg(outside.rgba())
+                         .arg(line.rgba());
+    QPixmap drawn;
+    if (QPixmapCache::find(key, &drawn)) {
+        return drawn;
+    }
+    static const QPainterPath corner = outsideOfCorner();
+    drawn = QPixmap(size() * devicePixelRatioF());
+    drawn.setDevicePixelRatio(devicePixelRatioF());
+    drawn.fill(Qt::transparent);
+    QPainter painter(&drawn);
+    painter.setRenderHint(QPainter::Antialiasing);
     for (const int horizontal : {1, -1}) {
         for (const int vertical : {1, -1}) {
             painter.save();
@@ -42,11 +68,10 @@ void TileBorderView::paintEvent(QPaintEvent*) {
             painter.restore();
         }
     }
-    drawBorder(painter, qColor(backgroundColor()), kLineWidth);
-    const auto* const tile = qobject_cast<const UIView*>(parentWidget());
-    if (tile && tile->layer().borderWidth > 0) {
-        drawBorder(painter, qColor(tile->layer().borderColor), tile->layer().borderWidth);
-    }
+    drawBorder(painter, line, kLineWidth);
+    painter.end();
+    QPixmapCache::insert(key, drawn);
+    return drawn;
 }
 
 void TileBorderView::drawBorder(QPainter& painter, const QColor& color, double lineWidth) const {

@@ -2,6 +2,8 @@
 
 #include "platform/uikit/UIView.h"
 
+#include <QPixmap>
+
 namespace exifcard {
 
 /// Lies over a tile and gives it its shape: along the edge a line of one point in its background colour and
@@ -17,6 +19,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    QPixmap shape() const;
     void drawBorder(QPainter& painter, const QColor& color, double lineWidth) const;
 };
 

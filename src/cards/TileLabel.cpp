@@ -49,13 +49,21 @@ void TileLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const double factor = scaleFactor();
     painter.scale(factor, factor); // Shrinks evenly, whereas a smaller font would be rounded.
-    const QRectF bounds(0, 0, width() / factor, height() / factor);
-    const auto place = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::AlignAbsolute;
-    // Values run as their own words do, "1/640 seconds", on whichever side they stand.
-    painter.setLayoutDirection(shown.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    const auto place = QStyle::visualAlignment(layoutDirection(), alignment());
+    if (_laidOut.text() != shown) {
+        QTextOption option;
+        option.setWrapMode(QTextOption::NoWrap);
+        // Values run as their own words do, "1/640 seconds", on whichever side they stand.
+        option.setTextDirection(shown.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+        _laidOut.setTextFormat(Qt::PlainText);
+        _laidOut.setTextOption(option);
+        _laidOut.setText(shown);
+    }
+    const QSizeF room = QSizeF(size()) / factor - _laidOut.size();
+    const QPointF corner((place & Qt::AlignRight) ? room.width() : 0, room.height() / 2);
     const auto draw = [&](QPointF offset, const UIColor& color) {
         painter.setPen(qColor(color));
-        painter.drawText(bounds.translated(offset), static_cast<int>(place) | Qt::TextSingleLine, shown);
+        painter.drawStaticText(corner + offset, _laidOut);
     };
     if (_haloColor) {
         std::ranges::for_each(kHaloOffsets, [&](QPointF offset) { draw(offset, *_haloColor); });

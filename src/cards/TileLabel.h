@@ -3,6 +3,7 @@
 #include "platform/uivalues/UIColor.h"
 
 #include <QLabel>
+#include <QStaticText>
 
 #include <optional>
 
@@ -35,6 +36,7 @@ private:
     double scaleFactor() const;
 
     UIColor _textColor;
+    QStaticText _laidOut; ///< Of the text that was painted last.
     std::optional<UIColor> _haloColor;
     double _minimumScaleFactor = 1;
 };
