@@ -2,12 +2,11 @@
 
 #include "host/HostColors.h"
 #include "platform/foundation/LocalizedString.h"
-#include "platform/uikit/Accessibility.h"
 #include "platform/uikit/FocusRing.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -20,12 +19,42 @@ constexpr QSize kGrabber(36, 5);
 constexpr double kVelocityWindow = 0.1; ///< Seconds.
 constexpr double kMillisecondsPerSecond = 1000;
 
+/// A button that tells whether what it opens is expanded.
+class AccessibleHandle : public QAccessibleWidget {
+public:
+    explicit AccessibleHandle(PanelHandle& handle) : QAccessibleWidget(&handle, QAccessible::PushButton) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.expandable = true;
+        state.expanded = static_cast<const PanelHandle*>(widget())->isExpanded();
+        state.collapsed = !state.expanded;
+        return state;
+    }
+    QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString& actionName) override {
+        if (actionName == pressAction()) {
+            static_cast<PanelHandle*>(widget())->click();
+        }
+    }
+};
+
+QAccessibleInterface* accessibleHandle(const QString&, QObject* object) {
+    auto* const handle = qobject_cast<PanelHandle*>(object);
+    return handle == nullptr ? nullptr : new AccessibleHandle(*handle);
+}
+
 } // namespace
 
 PanelHandle::PanelHandle(QWidget* parent) : QAbstractButton(parent) {
     setFixedHeight(kHeight);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::SizeVerCursor);
+    static const bool isKnown = [] {
+        QAccessible::installFactory(accessibleHandle);
+        return true;
+    }();
+    static_cast<void>(isKnown);
     setAccessibleName(qString(localizedString("Photo panel")));
     setExpanded(false);
 }

@@ -3,11 +3,13 @@
 #include "host/ChoiceSheet.h"
 #include "host/ConversationFeed.h"
 #include "host/ExtensionPanel.h"
+#include "host/HeaderBar.h"
 #include "host/HostAppearance.h"
 #include "host/HostExtension.h"
 #include "host/InputBar.h"
 #include "host/LibraryAccess.h"
 #include "host/MessagesWindow.h"
+#include "host/RenderCells.h"
 #include "host/Settling.h"
 #include "platform/foundation/NotificationCenter.h"
 #include "platform/uikit/UITraitCollection.h"
@@ -30,6 +32,14 @@ std::unique_ptr<QWidget> makeExpanded(RenderContext& context) {
     auto window = context.makeWindow(/*fillsConversation=*/true);
     if (window) {
         window->panel().setStyle(ExtensionPanel::Style::Expanded, /*isAnimated=*/false);
+    }
+    return window;
+}
+
+std::unique_ptr<QWidget> makeConversations(RenderContext& context) {
+    auto window = context.makeWindow(/*fillsConversation=*/true);
+    if (window) {
+        emit window->findChild<HeaderBar*>()->conversationsRequested();
     }
     return window;
 }
@@ -81,6 +91,10 @@ constexpr std::array kViews = {
     RenderView{"host", "The whole window, with a conversation of the files", true, makeHost},
     RenderView{"expanded", "The window with the panel over the conversation", true, makeExpanded},
     RenderView{"compact", "The compact panel over the files", true, makeCompact},
+    RenderView{"conversations", "The list of conversations over the window", true, makeConversations},
+    RenderView{"tile", "The files as details tiles", true, makeTiles},
+    RenderView{"loading", "The last item of a list that has more to come", false, makeLoadingCell},
+    RenderView{"overlay", "The overlay that tells of progress", false, makeOverlay},
     RenderView{"empty", "The window without a message; without files also without photos", false, makeEmpty},
     RenderView{"first-start", "The question where the photos are", false, makeFirstStart},
     RenderView{"access", "The question whether photos may be read", false, makeAccess},

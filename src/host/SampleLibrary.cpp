@@ -22,20 +22,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Blocks, but lets the main queue run, as who waits there must.
-void runOnQueue(const std::function<void()>& work) {
-    const auto isDone = std::make_shared<std::atomic<bool>>(false);
-    DispatchQueue::globalQueue().async([work, isDone] {
-        work();
-        *isDone = true;
-    });
-    waitUntil([isDone] { return isDone->load(); }, std::chrono::minutes(10));
-}
-
 void sendPhoto(const std::shared_ptr<const MSConversation>& conversation, const std::string& file) {
     const auto isDone = std::make_shared<std::atomic<bool>>(false);
     std::shared_ptr<ExifInformation> record;
-    runOnQueue([&record, &file] { record = ExifManager::exifInformationForImageFileAtPath(file); });
+    SampleLibrary::runOnQueue([&record, &file] { record = ExifManager::exifInformationForImageFileAtPath(file); });
     if (!record) {
         return;
     }
@@ -48,6 +38,15 @@ void sendPhoto(const std::shared_ptr<const MSConversation>& conversation, const 
 }
 
 } // namespace
+
+void SampleLibrary::runOnQueue(const std::function<void()>& work) {
+    const auto isDone = std::make_shared<std::atomic<bool>>(false);
+    DispatchQueue::globalQueue().async([work, isDone] {
+        work();
+        *isDone = true;
+    });
+    waitUntil([isDone] { return isDone->load(); }, std::chrono::minutes(10));
+}
 
 SampleLibrary::SampleLibrary() {
     const QByteArray home = _home.path().toLocal8Bit();

@@ -2,6 +2,7 @@
 
 #include <QTemporaryDir>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@ class SampleLibrary {
 public:
     /// Before anything asks for the program's folders.
     SampleLibrary();
+
+    /// Does the work on a queue and runs the main queue until it is done, as what waits for that queue must.
+    static void runOnQueue(const std::function<void()>& work);
 
     bool isValid() const { return _home.isValid(); }
     /// Takes the files into the library. Runs the main queue meanwhile.
