@@ -23,6 +23,9 @@ constexpr int kAvatarSide = 34;
 constexpr int kSideMargin = 16;
 constexpr int kGap = 12;
 constexpr int kProgressHeight = 3;
+constexpr double kInitialsPart = 0.38;
+/// The bar is 56 high whatever the text's size.
+constexpr double kLargestScale = 1.25;
 
 } // namespace
 
@@ -53,8 +56,7 @@ void paintAvatar(QPainter& painter, const QRectF& disc, const QString& name) {
     painter.setBrush(gradient);
     painter.drawEllipse(disc);
     painter.setPen(Qt::white);
-    QFont font = hostFont(disc.height() * 0.38, HostFontWeight::DemiBold);
-    painter.setFont(font);
+    painter.setFont(hostFont(disc.height() * kInitialsPart, HostFontWeight::DemiBold, /*largestScale=*/1));
     painter.drawText(disc, Qt::AlignCenter, initialsOf(name));
     painter.restore();
 }
@@ -106,8 +108,12 @@ void HeaderBar::paintEvent(QPaintEvent*) {
     paintAvatar(painter, QRectF(mirrored(avatar)), _name);
     const int textLeft = avatar.right() + 1 + kGap;
     const QRect texts = mirrored(QRect(textLeft, 0, width() - textLeft - 56, height()));
-    const WrappedText name(_name, {hostFont(15, HostFontWeight::DemiBold), 20, 1}, texts.width());
-    const WrappedText subject(_subject, {hostFont(12), 16, 1}, texts.width());
+    const WrappedText name(_name,
+        {hostFont(15, HostFontWeight::DemiBold, kLargestScale), hostLineHeight(20, kLargestScale), 1},
+        texts.width());
+    const WrappedText subject(_subject,
+        {hostFont(12, HostFontWeight::Regular, kLargestScale), hostLineHeight(16, kLargestScale), 1},
+        texts.width());
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     double top = (height() - name.size().height() - subject.size().height()) / 2.0;
     painter.setPen(qColor(Apperance::appearanceTextColor()));

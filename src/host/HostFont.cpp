@@ -10,20 +10,18 @@ namespace {
 
 constexpr const char* kFontNames[] = {
     "AvenirNext-Regular", "AvenirNext-Medium", "AvenirNext-DemiBold", "AvenirNext-Bold"};
-/// Text of 15 grows to 24 at most, and all other sizes in proportion.
-constexpr double kLargestScale = 1.6;
 
 } // namespace
 
-QFont hostFont(double size, HostFontWeight weight) {
+QFont hostFont(double size, HostFontWeight weight, double largestScale) {
     const auto font = UIFont::fontWithName(kFontNames[static_cast<std::size_t>(weight)], size);
     return qFont(
-        UIFontMetrics(UIFontTextStyle::Callout).scaledFontForFont(font.value(), size * kLargestScale));
+        UIFontMetrics(UIFontTextStyle::Callout).scaledFontForFont(font.value(), size * largestScale));
 }
 
-int hostLineHeight(int lineHeight) {
+int hostLineHeight(int lineHeight, double largestScale) {
     const double scaled = UIFontMetrics(UIFontTextStyle::Callout).scaledValueForValue(lineHeight);
-    return static_cast<int>(std::lround(std::min(scaled, lineHeight * kLargestScale)));
+    return static_cast<int>(std::lround(std::min(scaled, lineHeight * largestScale)));
 }
 
 } // namespace exifcard

@@ -156,7 +156,7 @@ void PendingPhotoView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     const QRect thumbnail(0, 0, kThumbnailSide, kThumbnailSide);
-    const int right = _isFailure ? _retryButton->width() + kButtonRoom + 2 * kGap : kButtonRoom;
+    const int right = _isFailure ? _retryButton->width() + kButtonRoom + kGap : kButtonRoom;
     const QRect text(kThumbnailSide + kGap, 0, width() - kThumbnailSide - kGap - right, kHeight);
     paintThumbnail(painter, QStyle::visualRect(layoutDirection(), rect(), thumbnail));
     paintLines(painter, QStyle::visualRect(layoutDirection(), rect(), text));

@@ -93,7 +93,8 @@ std::unique_ptr<QWidget> makeOverlay(RenderContext& context) {
     constexpr MBProgressHUDMode kModes[] = {
         MBProgressHUDMode::DeterminateHorizontalBar, MBProgressHUDMode::AnnularDeterminate};
     const QSize panelSize(std::min(kPanelSize.width(), context.windowSize().width()), kPanelSize.height());
-    auto background = makeBackground({panelSize.width(), panelSize.height() * static_cast<int>(std::size(kModes))});
+    auto background =
+        makeBackground({panelSize.width(), panelSize.height() * static_cast<int>(std::size(kModes))});
     int top = 0;
     for (const MBProgressHUDMode mode : kModes) {
         auto* const panel = new QWidget(background.get());

@@ -25,7 +25,8 @@ namespace fs = std::filesystem;
 void sendPhoto(const std::shared_ptr<const MSConversation>& conversation, const std::string& file) {
     const auto isDone = std::make_shared<std::atomic<bool>>(false);
     std::shared_ptr<ExifInformation> record;
-    SampleLibrary::runOnQueue([&record, &file] { record = ExifManager::exifInformationForImageFileAtPath(file); });
+    SampleLibrary::runOnQueue(
+        [&record, &file] { record = ExifManager::exifInformationForImageFileAtPath(file); });
     if (!record) {
         return;
     }

@@ -15,7 +15,12 @@ namespace {
 
 constexpr int kFilledHeight = 40;
 constexpr int kQuietHeight = 32;
-constexpr int kPadding = 18;
+constexpr int kFilledPadding = 18;
+constexpr int kQuietPadding = 12;
+
+int paddingOfKind(SheetButton::Kind kind) {
+    return kind == SheetButton::Kind::Filled ? kFilledPadding : kQuietPadding;
+}
 
 QFont fontOfKind(SheetButton::Kind kind) {
     return hostFont(kind == SheetButton::Kind::Filled ? 15 : 13, HostFontWeight::DemiBold);
@@ -40,7 +45,8 @@ void SheetButton::setKind(Kind kind) {
 QSize SheetButton::sizeHint() const {
     const QFontMetrics metrics(fontOfKind(_kind));
     const int least = _kind == Kind::Filled ? kFilledHeight : kQuietHeight;
-    return {metrics.horizontalAdvance(text()) + 2 * kPadding, std::max(least, metrics.height() + 12)};
+    return {
+        metrics.horizontalAdvance(text()) + 2 * paddingOfKind(_kind), std::max(least, metrics.height() + 12)};
 }
 
 void SheetButton::paintEvent(QPaintEvent*) {
@@ -59,7 +65,7 @@ void SheetButton::paintEvent(QPaintEvent*) {
     painter.setFont(fontOfKind(_kind));
     const QFontMetrics metrics(painter.font());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextHideMnemonic,
-        metrics.elidedText(text(), Qt::ElideRight, width() - kPadding));
+        metrics.elidedText(text(), Qt::ElideRight, width() - paddingOfKind(_kind)));
     if (showsFocusRing(*this)) {
         paintFocusRing(painter, QRectF(rect()), radius);
     }
