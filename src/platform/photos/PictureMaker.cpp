@@ -9,6 +9,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace exifcard {
 namespace {
 
@@ -77,6 +79,10 @@ PictureMaker::Found PictureMaker::found(const PictureOrder& order) {
     if (auto picture = _cache.picture(order.pictureKey())) {
         return {std::move(picture)};
     }
+    if (auto picture = storedAsWanted(order)) {
+        _cache.store(order.pictureKey(), picture);
+        return {std::move(picture)};
+    }
     const auto thumbnail = _thumbnails.thumbnail(order.fileKey());
     if (!thumbnail) {
         return {};
@@ -85,10 +91,29 @@ PictureMaker::Found PictureMaker::found(const PictureOrder& order) {
         return {drawn(*thumbnail, thumbnail->size(), order.wanted), /*isDegraded=*/true};
     }
     auto picture = drawn(*thumbnail, sizeOf(order.asset), order.wanted);
-    if (picture) {
-        _cache.store(order.pictureKey(), picture);
-    }
+    keep(order, picture);
     return {std::move(picture)};
+}
+
+/// What a list asks for again and again: found in its size, it is decoded and nothing more.
+std::shared_ptr<UIImage> PictureMaker::storedAsWanted(const PictureOrder& order) const {
+    const auto stored = _thumbnails.thumbnail(order.pictureKey());
+    const auto bitmap = stored ? stored->bitmap() : nullptr;
+    return bitmap ? UIImage::imageWithBitmap(bitmap) : nullptr;
+}
+
+void PictureMaker::keep(const PictureOrder& order, const std::shared_ptr<UIImage>& picture) {
+    if (!picture) {
+        return;
+    }
+    _cache.store(order.pictureKey(), picture);
+    constexpr double kLongestSide = ThumbnailStore::kLongestSide;
+    const CGSize size = picture->size();
+    const CGSize natural = sizeOf(order.asset);
+    const bool isSmaller = size.width < natural.width && size.height < natural.height;
+    if (isSmaller && !isCropped(order.wanted) && std::max(size.width, size.height) <= kLongestSide) {
+        _thumbnails.store(order.pictureKey(), *picture);
+    }
 }
 
 std::shared_ptr<UIImage> PictureMaker::made(const PictureOrder& order, const std::string& path) {
@@ -112,9 +137,7 @@ std::shared_ptr<UIImage> PictureMaker::made(const PictureOrder& order, const std
             _thumbnails.store(order.fileKey(), *thumbnail);
         }
     }
-    if (picture) {
-        _cache.store(order.pictureKey(), picture);
-    }
+    keep(order, picture);
     return picture;
 }
 

@@ -44,8 +44,11 @@ public:
     void forgetAll() { _cache.clear(); }
 
 private:
+    std::shared_ptr<UIImage> storedAsWanted(const PictureOrder& order) const;
+    void keep(const PictureOrder& order, const std::shared_ptr<UIImage>& picture);
+
     PictureCache _cache;
-    ThumbnailStore _thumbnails;
+    ThumbnailStore _thumbnails; ///< Of files, and small pictures as they were wanted.
 };
 
 } // namespace exifcard

@@ -6,6 +6,8 @@
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <system_error>
 #include <vector>
 
@@ -140,7 +142,12 @@ public:
             sqlite3_open_v2(path.c_str(), &_database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
         }
     }
-    ~Connection() { sqlite3_close_v2(_database); }
+    ~Connection() {
+        for (const auto& [sql, statement] : _idle) {
+            sqlite3_finalize(statement);
+        }
+        sqlite3_close_v2(_database);
+    }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -155,14 +162,43 @@ public:
 
     sqlite3* get() const { return _database; }
 
+    /// A statement for the text: one that was done with, else a new one. Null for a text that is none.
+    sqlite3_stmt* takeStatement(std::string_view sql) {
+        if (const auto idle = _idle.find(sql); idle != _idle.end()) {
+            sqlite3_stmt* const statement = idle->second;
+            _idle.erase(idle);
+            return statement;
+        }
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(_database, sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
+        return statement;
+    }
+    /// Keeps it for the same text, which costs more to prepare than most queries take.
+    void giveBack(sqlite3_stmt* statement) {
+        sqlite3_reset(statement);
+        if (_idle.size() >= kMostIdleStatements) {
+            sqlite3_finalize(statement);
+            return;
+        }
+        sqlite3_clear_bindings(statement);
+        _idle.emplace(sqlite3_sql(statement), statement);
+    }
+
 private:
+    static constexpr std::size_t kMostIdleStatements = 32;
+
     sqlite3* _database = nullptr;
+    std::multimap<std::string, sqlite3_stmt*, std::less<>> _idle;
 };
 
 class SQLiteStatement::Handle {
 public:
     Handle(SQLiteDatabase& database, sqlite3_stmt* statement) : _database(database), _statement(statement) {}
-    ~Handle() { sqlite3_finalize(_statement); }
+    ~Handle() {
+        if (_statement != nullptr) {
+            _database._connection->giveBack(_statement);
+        }
+    }
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
@@ -301,11 +337,10 @@ SQLiteStatement SQLiteDatabase::query(std::string_view sql, std::span<const Valu
     if (hasFailed()) {
         return SQLiteStatement(nullptr);
     }
-    sqlite3_stmt* statement = nullptr;
-    int code =
-        sqlite3_prepare_v2(_connection->get(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
+    sqlite3_stmt* const statement = _connection->takeStatement(sql);
     auto handle = std::make_unique<SQLiteStatement::Handle>(*this, statement);
-    code = code == SQLITE_OK ? bindAll(statement, arguments) : code;
+    const int code =
+        statement != nullptr ? bindAll(statement, arguments) : sqlite3_errcode(_connection->get());
     if (code != SQLITE_OK) {
         failWithCode(code);
         return SQLiteStatement(nullptr);
