@@ -4,6 +4,7 @@
 #include "cards/CardState.h"
 #include "categories/ImageManager.h"
 #include "library/QueueManager.h"
+#include "metadata/CachedThumbnails.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/Dictionary.h"
 #include "platform/foundation/DispatchQueue.h"
@@ -80,7 +81,7 @@ void ExifDataCollectionListViewCell::takeSizedPicture(const Request& request,
         }
         return;
     }
-    _implementation->exifInfo->cachedThumbNailImage = image;
+    keepCachedThumbnail(_implementation->exifInfo, image);
     showRequestedPicture(image);
     if (!flag(info, kPHImageResultIsDegradedKey)) {
         fetchFileNameWithInfo(info);
@@ -104,7 +105,7 @@ void ExifDataCollectionListViewCell::requestPictureData(const Request& request) 
 void ExifDataCollectionListViewCell::setPictureHandlers(const Request& request) {
     _implementation->setImageCompletionHandler = [this, block = request.block](const auto& image) {
         if (_implementation->exifInfo) {
-            _implementation->exifInfo->cachedThumbNailImage = image;
+            keepCachedThumbnail(_implementation->exifInfo, image);
         }
         ExifDataCollectionListViewCell* const current = block ? block() : nullptr;
         if (current) {

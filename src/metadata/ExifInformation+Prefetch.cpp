@@ -1,6 +1,7 @@
 #include "metadata/ExifInformation.h"
 
 #include "categories/ImageManager.h"
+#include "metadata/CachedThumbnails.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/Operation.h"
@@ -35,7 +36,7 @@ void takeThumbnail(const WeakRecord& weakRecord, const std::optional<Data>& imag
     DispatchQueue::mainQueue().async([weakRecord, picture = pictureOf(*imageData)] {
         const auto record = weakRecord.lock();
         if (record && picture) {
-            record->cachedThumbNailImage = picture;
+            keepCachedThumbnail(record, picture);
         }
         debugLog("PREFETCH_ASSET_ COMPLETE");
     });

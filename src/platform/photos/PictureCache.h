@@ -15,7 +15,7 @@ class UIImage;
 class PictureCache {
 public:
     /// A few screens full of tiles.
-    static constexpr std::size_t kMostBytes = std::size_t(64) << 20U;
+    static constexpr std::size_t kMostBytes = std::size_t(32) << 20U;
 
     explicit PictureCache(std::size_t mostBytes = kMostBytes) : _mostBytes(mostBytes) {}
 

@@ -6,6 +6,8 @@
 #include "platform/uikit/ApplicationPalette.h"
 #include "platform/uikit/UIFont.h"
 
+#include <malloc.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QFont>
@@ -23,8 +25,10 @@ namespace exifcard {
 namespace {
 
 constexpr double kControlTextSize = 15;
-/// Enough for the pictures and shadows of a few screens at twice the scale.
-constexpr int kKeptPicturesInKibibytes = 48 * 1024;
+/// Enough for the icons and shadows of a few screens at twice the scale.
+constexpr int kKeptPicturesInKibibytes = 16 * 1024;
+/// Smaller than a tile's picture. The C library would raise it with the first picture that is freed.
+constexpr int kLeastMappedBytes = 128 * 1024;
 
 void drainMainQueueFromToolkit() {
     // The handler owns what it posts to, so that a last wake from another thread finds it still there.
@@ -32,6 +36,11 @@ void drainMainQueueFromToolkit() {
         QMetaObject::invokeMethod(
             receiver.get(), [] { MainRunLoop::drain(); }, Qt::QueuedConnection);
     });
+}
+
+/// Has pictures given back to the system as soon as they are freed, and not kept among small objects.
+void keepPicturesOutOfHeap() {
+    mallopt(M_MMAP_THRESHOLD, kLeastMappedBytes);
 }
 
 void addBundledFonts() {
@@ -51,6 +60,7 @@ void UIApplication::prepare() {
 }
 
 void UIApplication::start() {
+    keepPicturesOutOfHeap();
     QPixmapCache::setCacheLimit(kKeptPicturesInKibibytes);
     addBundledFonts();
     QApplication::setPalette(applicationPalette());
