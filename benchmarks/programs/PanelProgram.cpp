@@ -30,6 +30,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMouseEvent>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -46,12 +47,14 @@ constexpr double kPicture = 900;
 bool runUntil(const std::function<bool()>& isSo) {
     QElapsedTimer time;
     time.start();
+    QTimer look; // Wakes the loop, which sleeps otherwise: the core is for the work.
+    look.start(1);
     while (!isSo()) {
         if (time.elapsed() > kLongestWait) {
             std::fputs("nothing came in a minute\n", stderr);
             return false;
         }
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 1);
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     return true;
 }
