@@ -15,6 +15,7 @@
 #include <QVariantAnimation>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <vector>
 
@@ -139,8 +140,10 @@ std::size_t MBProgressHUD::hideAllHUDsForView(QWidget& view, bool animated) {
 
 void MBProgressHUD::hide(bool animated) {
     _isLeaving = true;
+    setAttribute(Qt::WA_TransparentForMouseEvents); // What lies below can be used again at once.
     if (animated && isVisible()) {
-        fade(1, 0, /*isLeaving=*/true);
+        const auto* const effect = qobject_cast<QGraphicsOpacityEffect*>(graphicsEffect());
+        fade(effect ? effect->opacity() : 1, 0, /*isLeaving=*/true);
     } else {
         QWidget::hide();
         deleteLater();
@@ -192,9 +195,9 @@ void MBProgressHUD::setDetailsLabelText(std::string text) {
 }
 
 void MBProgressHUD::setProgress(float progress) {
-    _progress = progress;
-    _disc->setProgress(progress);
-    _bar->setProgress(progress);
+    _progress = std::isfinite(progress) ? progress : 0;
+    _disc->setProgress(_progress);
+    _bar->setProgress(_progress);
 }
 
 void MBProgressHUD::setCustomView(QWidget* customView) {
