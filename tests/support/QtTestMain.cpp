@@ -1,15 +1,18 @@
 #include "platform/uikit/UIApplication.h"
+#include "support/MainQueueWatchdog.h"
 
 #include <gmock/gmock.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 
-/// The main function of the tests that need a toolkit; it draws off screen.
+/// The main function of the tests that need a toolkit; it draws off screen, or on the platform that
+/// EXIFCARD_TEST_PLATFORM names.
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleMock(&argumentCount, arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM",
+        qEnvironmentVariable("EXIFCARD_TEST_PLATFORM", QStringLiteral("offscreen")).toUtf8());
     exifcard::UIApplication::prepare();
-    const QApplication application(argumentCount, arguments);
+    const exifcard::WatchedApplication application(argumentCount, arguments);
     exifcard::UIApplication::start();
     const int status = RUN_ALL_TESTS();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
