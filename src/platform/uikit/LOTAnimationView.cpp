@@ -14,6 +14,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <map>
 #include <utility>
 
 namespace exifcard {
@@ -24,22 +26,19 @@ constexpr double kSlowest = 0.01;
 
 } // namespace
 
+/// One for all views of a name. Main queue only.
 class LOTAnimationView::Scene {
 public:
     /// Null for an unknown or a broken one.
-    static std::unique_ptr<Scene> named(std::string_view name) {
-        QFile file(QStringLiteral(":/animations/%1.json").arg(qString(name)));
-        if (!file.open(QIODevice::ReadOnly)) {
-            return nullptr;
+    static std::shared_ptr<Scene> named(const std::string& name) {
+        static std::map<std::string, std::weak_ptr<Scene>, std::less<>> known;
+        std::weak_ptr<Scene>& kept = known[name];
+        std::shared_ptr<Scene> scene = kept.lock();
+        if (!scene) {
+            scene = loaded(name);
+            kept = scene;
         }
-        const QByteArray text = file.readAll();
-        auto animation = rlottie::Animation::loadFromData(text.toStdString(), std::string(name));
-        if (!animation || animation->totalFrame() == 0 || !(animation->frameRate() > 0)) {
-            errorLog(fmt::format("The animation {} cannot be read.", name));
-            return nullptr;
-        }
-        const double first = QJsonDocument::fromJson(text).object().value(QStringLiteral("ip")).toDouble();
-        return std::make_unique<Scene>(std::move(animation), first);
+        return scene;
     }
 
     Scene(std::unique_ptr<rlottie::Animation> animation, double startFrame)
@@ -64,26 +63,53 @@ public:
     }
 
 private:
+    static std::shared_ptr<Scene> loaded(const std::string& name) {
+        QFile file(QStringLiteral(":/animations/%1.json").arg(qString(name)));
+        if (!file.open(QIODevice::ReadOnly)) {
+            return nullptr;
+        }
+        const QByteArray text = file.readAll();
+        auto animation = rlottie::Animation::loadFromData(text.toStdString(), name);
+        if (!animation || animation->totalFrame() == 0 || !(animation->frameRate() > 0)) {
+            errorLog(fmt::format("The animation {} cannot be read.", name));
+            return nullptr;
+        }
+        const double first = QJsonDocument::fromJson(text).object().value(QStringLiteral("ip")).toDouble();
+        return std::make_shared<Scene>(std::move(animation), first);
+    }
+
     std::unique_ptr<rlottie::Animation> _animation;
     double _startFrame;
 };
 
 std::unique_ptr<LOTAnimationView> LOTAnimationView::animationNamed(std::string_view name) {
-    return std::unique_ptr<LOTAnimationView>(new LOTAnimationView(Scene::named(name)));
+    return std::unique_ptr<LOTAnimationView>(new LOTAnimationView(name));
 }
 
-LOTAnimationView::LOTAnimationView(std::unique_ptr<Scene> scene)
-    : _scene(std::move(scene))
-    , _playing(std::make_unique<QVariantAnimation>())
-    , _frame(startFrame()) {
-    connect(_playing.get(), &QVariantAnimation::valueChanged, this, [this](const QVariant& frame) {
-        _frame = frame.toDouble();
-        update();
-    });
-    connect(_playing.get(), &QVariantAnimation::finished, this, [this] { finish(/*isFinished=*/true); });
+LOTAnimationView::LOTAnimationView(std::string_view name) : _name(name) {
 }
 
 LOTAnimationView::~LOTAnimationView() = default;
+
+LOTAnimationView::Scene* LOTAnimationView::scene() const {
+    if (!_isLoaded) {
+        _isLoaded = true;
+        _scene = Scene::named(_name);
+    }
+    return _scene.get();
+}
+
+QVariantAnimation& LOTAnimationView::playing() {
+    if (!_playing) {
+        _playing = std::make_unique<QVariantAnimation>();
+        connect(_playing.get(), &QVariantAnimation::valueChanged, this, [this](const QVariant& frame) {
+            _frame = frame.toDouble();
+            update();
+        });
+        connect(_playing.get(), &QVariantAnimation::finished, this, [this] { finish(/*isFinished=*/true); });
+    }
+    return *_playing;
+}
 
 void LOTAnimationView::playFromFrame(double fromFrame, double toFrame, CompletionBlock completion) {
     finish(/*isFinished=*/false);
@@ -91,56 +117,61 @@ void LOTAnimationView::playFromFrame(double fromFrame, double toFrame, Completio
         _completionBlock = std::move(completion);
     }
     _isPlaying = true;
-    if (!_scene) {
+    const Scene* const played = scene();
+    if (!played) {
         finish(/*isFinished=*/false);
         return;
     }
-    _frame = _scene->bounded(fromFrame);
-    _target = _scene->bounded(toFrame);
-    const double seconds = std::abs(_target - _frame) / _scene->frameRate() / std::max(_speed, kSlowest);
+    const double first = played->bounded(fromFrame);
+    _frame = first;
+    _target = played->bounded(toFrame);
+    const double seconds = std::abs(_target - first) / played->frameRate() / std::max(_speed, kSlowest);
     update();
-    _playing->setStartValue(_frame);
-    _playing->setEndValue(_target);
+    QVariantAnimation& animation = playing();
+    animation.setStartValue(first);
+    animation.setEndValue(_target);
     // Not even one without a length ends within this call.
-    _playing->setDuration(std::max(1, static_cast<int>(std::lround(seconds * 1000))));
-    _playing->setLoopCount(_loops && seconds > 0 ? -1 : 1);
-    _playing->start();
+    animation.setDuration(std::max(1, static_cast<int>(std::lround(seconds * 1000))));
+    animation.setLoopCount(_loops && seconds > 0 ? -1 : 1);
+    animation.start();
 }
 
 void LOTAnimationView::playToFrame(double toFrame, CompletionBlock completion) {
-    playFromFrame(_frame, toFrame, std::move(completion));
+    playFromFrame(currentFrame(), toFrame, std::move(completion));
 }
 
 void LOTAnimationView::stop() {
     finish(/*isFinished=*/false);
-    _frame = startFrame();
+    _frame.reset();
     update();
 }
 
 void LOTAnimationView::setLoopAnimation(bool loops) {
     _loops = loops;
-    if (_isPlaying) {
+    if (_isPlaying && _playing) {
         _playing->setLoopCount(loops ? -1 : _playing->currentLoop() + 1);
     }
 }
 
 double LOTAnimationView::startFrame() const {
-    return _scene ? _scene->startFrame() : 0;
+    return scene() ? scene()->startFrame() : 0;
 }
 
 double LOTAnimationView::currentFrame() const {
-    return _frame;
+    return _frame ? *_frame : startFrame();
 }
 
 double LOTAnimationView::targetFrame() const {
-    return _isPlaying ? _target : _frame;
+    return _isPlaying ? _target : currentFrame();
 }
 
 void LOTAnimationView::finish(bool isFinished) {
     if (!std::exchange(_isPlaying, false)) {
         return;
     }
-    _playing->stop();
+    if (_playing) {
+        _playing->stop();
+    }
     if (isFinished) {
         _frame = _target;
         update();
@@ -154,10 +185,10 @@ void LOTAnimationView::finish(bool isFinished) {
 void LOTAnimationView::paintEvent(QPaintEvent* event) {
     UIView::paintEvent(event);
     const QSizeF pixels = QSizeF(size()) * devicePixelRatioF();
-    if (!_scene || pixels.isEmpty() || std::max(pixels.width(), pixels.height()) > kLargestSideInPixels) {
+    if (pixels.isEmpty() || std::max(pixels.width(), pixels.height()) > kLargestSideInPixels || !scene()) {
         return;
     }
-    QImage image = _scene->picture(_frame, pixels.toSize());
+    QImage image = scene()->picture(currentFrame(), pixels.toSize());
     image.setDevicePixelRatio(devicePixelRatioF());
     QPainter(this).drawImage(0, 0, image);
 }

@@ -4,13 +4,16 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
 class QVariantAnimation;
 
 namespace exifcard {
 
-/// Plays a bundled vector animation by its frame numbers.
+/// Plays a bundled vector animation by its frame numbers. It is read when it is first shown, played or asked
+/// for its frames, and once for all views of its name.
 class LOTAnimationView : public UIView {
     Q_OBJECT
 
@@ -51,13 +54,17 @@ protected:
 private:
     class Scene;
 
-    explicit LOTAnimationView(std::unique_ptr<Scene> scene);
+    explicit LOTAnimationView(std::string_view name);
+    Scene* scene() const; ///< Null for one that cannot be read.
+    QVariantAnimation& playing();
     void finish(bool isFinished);
 
-    std::unique_ptr<Scene> _scene;
-    std::unique_ptr<QVariantAnimation> _playing;
+    const std::string _name;
+    mutable std::shared_ptr<Scene> _scene; ///< Null until it is needed.
+    mutable bool _isLoaded = false;
+    std::unique_ptr<QVariantAnimation> _playing; ///< Null until it is needed.
     CompletionBlock _completionBlock;
-    double _frame = 0;
+    std::optional<double> _frame; ///< Nothing for the first one.
     double _target = 0;
     double _speed = 1;
     bool _loops = false;
