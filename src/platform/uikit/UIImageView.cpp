@@ -34,9 +34,26 @@ public:
     void forgetRequest() { _requested.reset(); }
     void clear() {
         _requested.reset();
-        _pixmap = QPixmap();
+        _shown = {};
     }
-    const QPixmap& pixmap() const { return _pixmap; }
+    bool isEmpty() const { return _shown.pixmap.isNull(); }
+
+    /// What is there, in a view of that size. One of another size, until the right one is ready, as a picture
+    /// of its own that is fitted in turn: cut, but never out of shape.
+    void draw(QPainter& painter, QSize viewSize, UIViewContentMode mode) const {
+        if (_shown.content.viewSize == QSizeF(viewSize)) {
+            painter.drawPixmap(0, 0, _shown.pixmap);
+            return;
+        }
+        const QRectF part = _shown.covered;
+        const double scale = _shown.pixmap.devicePixelRatio();
+        painter.save();
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.setClipRect(QRect(QPoint(0, 0), viewSize));
+        painter.drawPixmap(fittedRect(part.size(), viewSize, mode), _shown.pixmap,
+            QRectF(part.topLeft() * scale, part.size() * scale));
+        painter.restore();
+    }
 
     void prepare(const std::shared_ptr<const UIImage>& image, const FittedContent& content) {
         if (!image || content.viewSize.isEmpty() || _requested == content) {
@@ -45,34 +62,46 @@ public:
         _requested = content;
         const int number = ++_latestNumber;
         if (isQuicklyDrawn(*image)) {
-            _pixmap = QPixmap::fromImage(drawnContent(*image, content));
+            _shown = shownContent(drawnContent(*image, content), *image, content);
             return;
         }
         DispatchQueue::globalQueue().async([image, content, number, weakSelf = weak_from_this()] {
             if (weakSelf.expired()) {
                 return; // The view is gone.
             }
-            DispatchQueue::mainQueue().async([drawn = drawnContent(*image, content), number, weakSelf] {
-                if (const auto self = weakSelf.lock()) {
-                    self->accept(drawn, number);
-                }
-            });
+            DispatchQueue::mainQueue().async(
+                [drawn = drawnContent(*image, content), image, content, number, weakSelf] {
+                    if (const auto self = weakSelf.lock()) {
+                        self->accept(shownContent(drawn, *image, content), number);
+                    }
+                });
         });
     }
 
 private:
-    void accept(const QImage& drawn, int number) {
+    struct Shown {
+        QPixmap pixmap; ///< Null for nothing.
+        FittedContent content;
+        QRectF covered; ///< What of the view it covers.
+    };
+
+    static Shown shownContent(const QImage& drawn, const UIImage& image, const FittedContent& content) {
+        const CGSize size = image.size();
+        return {QPixmap::fromImage(drawn), content, coveredRect({size.width, size.height}, content)};
+    }
+
+    void accept(Shown shown, int number) {
         if (number != _latestNumber || !_requested) {
             return; // Another picture or size was asked for meanwhile.
         }
-        _pixmap = QPixmap::fromImage(drawn);
+        _shown = std::move(shown);
         if (_view) {
             _view->update();
         }
     }
 
     QPointer<UIImageView> _view;
-    QPixmap _pixmap;
+    Shown _shown;
     std::optional<FittedContent> _requested;
     int _latestNumber = 0;
 };
@@ -105,16 +134,11 @@ void UIImageView::setContentMode(UIViewContentMode contentMode) {
 void UIImageView::paintEvent(QPaintEvent* event) {
     UIView::paintEvent(event);
     _rendering->prepare(_image, {size(), _contentMode, layer().cornerRadius, devicePixelRatioF()});
-    const QPixmap& pixmap = _rendering->pixmap();
-    if (pixmap.isNull()) {
+    if (_rendering->isEmpty()) {
         return;
     }
     QPainter painter(this);
-    if (pixmap.deviceIndependentSize().toSize() == size()) {
-        painter.drawPixmap(0, 0, pixmap);
-    } else {
-        painter.drawPixmap(rect(), pixmap); // Until the one of the new size is there.
-    }
+    _rendering->draw(painter, size(), _contentMode);
     if (layer().borderWidth > 0) { // A border lies above the content.
         CALayer border = layer();
         border.backgroundColor = UIColor::white(0, 0);

@@ -28,8 +28,8 @@ enum class UIViewContentMode {
 };
 
 /// Shows a picture, cut at the view's edges and round corners. What is not decoded yet is decoded in the
-/// background and appears when it is ready, until when the picture before stays; one that does not decode
-/// leaves the view empty. The picture is scaled once for a size, when the view is first painted in it.
+/// background and appears when it is ready, until when the picture before stays, in shape; one that does not
+/// decode leaves the view empty. The picture is scaled once for a size, when the view is first painted in it.
 class UIImageView : public UIView {
     Q_OBJECT
 

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QPainter>
 #include <QTest>
 
 #include <atomic>
@@ -123,6 +124,24 @@ TEST(ContentFittingTest, ScalesOnlyWhatIsSeenOfALongPicture) {
     EXPECT_EQ(drawn.pixelColor(50, 50), QColor(Qt::red));
 }
 
+TEST(ContentFittingTest, MixesNeighboursInsteadOfLeavingPixelsOut) {
+    QImage columns = plainPicture(30, 30, Qt::black);
+    for (int x = 0; x < 30; x += 2) {
+        QPainter(&columns).fillRect(x, 0, 1, 30, Qt::white);
+    }
+    for (const int side : {20, 10}) { // A little smaller, and much.
+        SCOPED_TRACE(side);
+        const QImage drawn = drawnContent(
+            *imageFromQImage(columns), {QSizeF(side, side), UIViewContentMode::ScaleAspectFill, 0, 1});
+        int mixed = 0;
+        for (int x = 0; x < side; ++x) {
+            const int gray = drawn.pixelColor(x, side / 2).red();
+            mixed += gray > 30 && gray < 225 ? 1 : 0;
+        }
+        EXPECT_GE(mixed, side / 2);
+    }
+}
+
 TEST(UIImageViewTest, ShowsADecodedPictureAtOnceAndCutsItsCorners) {
     ImageView view;
     view.setImage(imageFromQImage(plainPicture(40, 40, Qt::red)));
@@ -167,6 +186,33 @@ TEST(UIImageViewTest, DropsAPictureThatWasReplacedMeanwhile) {
     EXPECT_TRUE(QTest::qWaitFor([&slow] { return slow->decodings == 1; }, 5000));
     QTest::qWait(0);
     EXPECT_EQ(centerOf(view), QColor(Qt::blue));
+}
+
+TEST(UIImageViewTest, KeepsThePictureInShapeWhileItIsDrawnForAnotherSize) {
+    QImage square = plainPicture(40, 40, Qt::red);
+    QPainter(&square).fillRect(10, 10, 20, 20, Qt::blue);
+    for (const auto mode : {UIViewContentMode::ScaleAspectFill, UIViewContentMode::ScaleAspectFit}) {
+        SCOPED_TRACE(static_cast<int>(mode));
+        ImageView view;
+        view.resize(40, 40);
+        view.setContentMode(mode);
+        const auto pixels = std::make_shared<LazyPixels>(square);
+        view.setImage(std::make_shared<UIImage>(pixels, 40, 40));
+        ASSERT_TRUE(QTest::qWaitFor([&view] { return centerOf(view) == QColor(Qt::blue); }, 5000));
+        pixels->isReleased = false;
+        view.resize(80, 40);
+        const QImage waiting = view.grab().toImage();
+        pixels->isReleased = true;
+        ASSERT_TRUE(QTest::qWaitFor([&pixels] { return pixels->decodings == 2; }, 5000));
+        QTest::qWait(0);
+        const QImage drawn = view.grab().toImage();
+        for (const QPoint place :
+            {QPoint(2, 20), QPoint(16, 20), QPoint(24, 20), QPoint(34, 20), QPoint(40, 5)}) {
+            EXPECT_EQ(waiting.pixelColor(place * waiting.devicePixelRatio()),
+                drawn.pixelColor(place * drawn.devicePixelRatio()))
+                << place.x() << ", " << place.y();
+        }
+    }
 }
 
 TEST(UIImageViewTest, StaysEmptyForAPictureThatDoesNotDecode) {
