@@ -24,6 +24,7 @@ void ExifDataCollectionListViewCell::setExifInfo(
     if (!exifInfo) {
         return;
     }
+    layoutSubviews();
     _implementation->exifInfo = exifInfo;
     updateUI(withExifOriginalCellBlock);
     if (exifInfo->imageResultIsInCloud) {

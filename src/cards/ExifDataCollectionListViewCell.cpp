@@ -13,6 +13,7 @@
 #include "platform/uivalues/UIScreen.h"
 
 #include <QAbstractButton>
+#include <QEvent>
 
 #include <cmath>
 #include <utility>
@@ -88,6 +89,18 @@ void ExifDataCollectionListViewCell::setOutlets(const CardOutlets& outlets) {
 
 const CardOutlets& ExifDataCollectionListViewCell::outlets() const {
     return _implementation->outlets;
+}
+
+void ExifDataCollectionListViewCell::resizeEvent(QResizeEvent* event) {
+    UICollectionViewCell::resizeEvent(event);
+    layoutSubviews();
+}
+
+void ExifDataCollectionListViewCell::changeEvent(QEvent* event) {
+    UICollectionViewCell::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        layoutSubviews();
+    }
 }
 
 void ExifDataCollectionListViewCell::favoriteButtonTapped() {

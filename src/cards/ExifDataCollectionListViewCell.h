@@ -89,6 +89,11 @@ protected:
     virtual void fetchFileNameWithInfo(const std::shared_ptr<Dictionary>&) {}
     /// After the file name is known, too.
     virtual void updateAccessibility();
+    /// Places the views for the present size, direction and content. Also before a record is shown: its
+    /// pictures are asked for in the size of their view, shown yet or not.
+    virtual void layoutSubviews() {}
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
     std::unique_ptr<Implementation> _implementation;
 

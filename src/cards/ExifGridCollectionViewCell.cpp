@@ -2,6 +2,7 @@
 
 #include "appearance/Apperance.h"
 #include "cards/CardOutlets.h"
+#include "cards/TilePlacing.h"
 #include "ui_ExifGridCollectionViewCell.h"
 
 namespace exifcard {
@@ -14,6 +15,7 @@ constexpr double kSelectionBorderWidth = 3.5;
 ExifGridCollectionViewCell::ExifGridCollectionViewCell() {
     Ui::ExifGridCollectionViewCell interface;
     interface.setupUi(this);
+    _backgroundBorderView = interface.backgroundBorderView;
     interface.imageView->setBackgroundColor(Apperance::ultraLightGrayColor());
     interface.backgroundBorderView->setBackgroundColor(UIColor::white(0, 0));
     interface.favoriteButton->setPictureColor(Apperance::yellowColor());
@@ -29,6 +31,12 @@ ExifGridCollectionViewCell::ExifGridCollectionViewCell() {
 }
 
 ExifGridCollectionViewCell::~ExifGridCollectionViewCell() = default;
+
+void ExifGridCollectionViewCell::layoutSubviews() {
+    placePicture(outlets(), rect());
+    _backgroundBorderView->setGeometry(rect());
+    outlets().isSelectedHolderView->setGeometry(rect());
+}
 
 void ExifGridCollectionViewCell::markSelected() {
     layer().borderColor = Apperance::yellowColor();

@@ -15,6 +15,12 @@ public:
     void markSelected();
     void markUnSelected();
     void setIsSelected(bool isSelected) override;
+
+protected:
+    void layoutSubviews() override;
+
+private:
+    QWidget* _backgroundBorderView; ///< A child.
 };
 
 } // namespace exifcard

@@ -4,9 +4,10 @@
 #include "appearance/ThemeColors.h"
 #include "appearance/uikit/Apperance+Views.h"
 #include "cards/CardOutlets.h"
-#include "metadata/DisplayDateFormatter.h"
+#include "cards/TilePlacing.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/ByteCountFormatter.h"
+#include "platform/foundation/DateFormatter.h"
 #include "platform/foundation/FormatString.h"
 #include "platform/foundation/LocalizedString.h"
 #include "platform/foundation/RelativeDate.h"
@@ -20,11 +21,23 @@
 #include <QFont>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace exifcard {
 namespace {
 
 constexpr double kFontSize = 10;
 constexpr double kStripOpacity = 0.5;
+
+// Lengths of a tile, in points.
+constexpr int kBorder = 1;
+constexpr int kTextsHeight = 55;
+constexpr int kLineHeight = 13;
+constexpr int kAboveTexts = 2;
+constexpr int kBesideTexts = 5;
+constexpr int kBetweenTexts = 4;
+constexpr int kCameraHeight = 16;
+constexpr int kLocationWidth = 11;
 
 QFont tileFont(const char* fontName) {
     const auto font = UIFont::fontWithName(fontName, kFontSize);
@@ -110,11 +123,50 @@ void ExifGridWithDetailsCollectionViewCell::setExifInfo(
     }
     _interface->locationButton->setVisible(exifInfo->gpsInfoAvailable());
     _interface->imageDimensionAndFileSize->setText(sizeText(*exifInfo));
+    placeTexts();
     if (PersistanceManager::sharedInstance().datePreferenceTimeAgoSinceNow()) {
         showDateTimeAgo();
     } else {
         showDateTimeStamp();
     }
+}
+
+void ExifGridWithDetailsCollectionViewCell::layoutSubviews() {
+    const QRect inner = rect().marginsRemoved({kBorder, kBorder, kBorder, kBorder});
+    const QRect picture = inner.adjusted(0, 0, 0, -kTextsHeight);
+    placePicture(outlets(), picture);
+    QRect camera = picture;
+    camera.setTop(picture.bottom() + 1 - kCameraHeight);
+    _interface->cameraModelHolderView->setGeometry(camera);
+    _interface->cameraModelLabel->setGeometry(
+        kBesideTexts, (kCameraHeight - kLineHeight) / 2, camera.width() - 2 * kBesideTexts, kLineHeight);
+    QRect texts = inner;
+    texts.setTop(picture.bottom() + 1);
+    _interface->filenameHolderView->setGeometry(texts);
+    placeTexts();
+    _interface->backgroundBorderView->setGeometry(rect());
+    _interface->isSelectedHolderView->setGeometry(rect());
+}
+
+/// ISO speed and mark of place take what they need, the text before them the rest of the line.
+void ExifGridWithDetailsCollectionViewCell::placeTexts() {
+    const int width = std::max(0, _interface->filenameHolderView->width() - 2 * kBesideTexts);
+    const auto placeLine = [width](int line, QWidget& text, QWidget* last = nullptr, int lastWidth = 0) {
+        const int top = kAboveTexts + line * kLineHeight;
+        const int taken = last ? std::min(width, lastWidth + kBetweenTexts) : 0;
+        placeForReading(text, {kBesideTexts, top, width - taken, kLineHeight});
+        if (last) {
+            placeForReading(*last, {kBesideTexts + width - lastWidth, top, lastWidth, kLineHeight});
+        }
+    };
+    TileLabel& speed = *_interface->ISOLabel;
+    placeLine(0, *_interface->apertureLabel, &speed,
+        std::min(width, speed.fontMetrics().horizontalAdvance(speed.text().trimmed())));
+    const bool hasPlace = !_interface->locationButton->isHidden();
+    placeLine(1, *_interface->shutterSpeedLabel, hasPlace ? _interface->locationButton : nullptr,
+        std::min(width, kLocationWidth));
+    placeLine(2, *_interface->imageDimensionAndFileSize);
+    placeLine(3, *_interface->dateTakenLabel);
 }
 
 void ExifGridWithDetailsCollectionViewCell::showExposure() {
@@ -148,8 +200,18 @@ void ExifGridWithDetailsCollectionViewCell::showDateTimeAgo() {
     _isDisplayingTimeAgo = true;
 }
 
+const DateFormatter& ExifGridWithDetailsCollectionViewCell::sharedDateFormatter() {
+    static std::unique_ptr<const DateFormatter> shared;
+    const std::string pattern = PersistanceManager::sharedInstance().dateFormatString();
+    if (!shared || shared->dateFormat() != pattern) {
+        shared = std::make_unique<const DateFormatter>(pattern);
+    }
+    return *shared;
+}
+
 void ExifGridWithDetailsCollectionViewCell::showDateTimeStamp() {
-    showDate(exifInfo() ? displayTextOfDate(exifInfo()->dateTaken) : std::string());
+    const bool isDated = exifInfo() && exifInfo()->dateTaken;
+    showDate(isDated ? sharedDateFormatter().stringFromDate(*exifInfo()->dateTaken) : std::string());
     _isDisplayingTimeAgo = false;
 }
 

@@ -4,6 +4,8 @@
 
 namespace exifcard {
 
+class DateFormatter;
+
 namespace Ui {
 class ExifGridWithDetailsCollectionViewCell;
 }
@@ -22,15 +24,19 @@ public:
     void toggleTimeStamp();
     void showDateTimeAgo();
     void showDateTimeStamp();
+    /// The formatter of all tiles, with the pattern that the user chose.
+    static const DateFormatter& sharedDateFormatter();
     bool isDisplayingTimeAgo() const { return _isDisplayingTimeAgo; }
     void prepareForReuse() override;
 
 protected:
     void updateAccessibility() override;
+    void layoutSubviews() override;
 
 private:
     void setUpLabels();
     void showExposure();
+    void placeTexts();
     void showDate(const std::string& text);
 
     const std::unique_ptr<Ui::ExifGridWithDetailsCollectionViewCell> _interface;

@@ -28,26 +28,31 @@ void TileLabel::setHaloColor(const std::optional<UIColor>& color) {
     update();
 }
 
-double TileLabel::scaleFactor() const {
-    const int wanted = fontMetrics().horizontalAdvance(text().trimmed());
+double TileLabel::scaleFactor(int wanted) const {
     if (_minimumScaleFactor >= 1 || wanted <= width() || wanted == 0) {
         return 1;
     }
     return std::max(_minimumScaleFactor, double(width()) / wanted);
 }
 
-QString TileLabel::shownText() const {
-    const int most = static_cast<int>(std::ceil(width() / scaleFactor()));
-    return fontMetrics().elidedText(text().trimmed(), Qt::ElideRight, most);
+TileLabel::Shown TileLabel::shown() const {
+    Shown shown{text().trimmed()};
+    const QFontMetrics metrics = fontMetrics();
+    const int wanted = metrics.horizontalAdvance(shown.text);
+    shown.factor = scaleFactor(wanted);
+    const int most = static_cast<int>(std::ceil(width() / shown.factor));
+    if (wanted > most) {
+        shown.text = metrics.elidedText(shown.text, Qt::ElideRight, most);
+    }
+    return shown;
 }
 
 void TileLabel::paintEvent(QPaintEvent*) {
-    const QString shown = shownText();
+    const auto [shown, factor] = this->shown();
     if (shown.isEmpty()) {
         return;
     }
     QPainter painter(this);
-    const double factor = scaleFactor();
     painter.scale(factor, factor); // Shrinks evenly, whereas a smaller font would be rounded.
     const auto place = QStyle::visualAlignment(layoutDirection(), alignment());
     if (_laidOut.text() != shown) {

@@ -25,7 +25,7 @@ public:
     void setMinimumScaleFactor(double factor) { _minimumScaleFactor = factor; } ///< 1 for not at all.
 
     /// What is seen of the text.
-    QString shownText() const;
+    QString shownText() const { return shown().text; }
     QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
 
 protected:
@@ -33,7 +33,13 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    double scaleFactor() const;
+    struct Shown {
+        QString text;
+        double factor = 1; ///< By which it is scaled.
+    };
+
+    Shown shown() const;
+    double scaleFactor(int wanted) const; ///< For a text of that width.
 
     UIColor _textColor;
     QStaticText _laidOut; ///< Of the text that was painted last.

@@ -2,6 +2,7 @@
 
 #include "cards/ExifGridWithDetailsCollectionViewCell.h"
 #include "library/AssetLibrary.h"
+#include "library/QueueManager.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/Log.h"
 #include "platform/uikit/UIImageView.h"
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QTest>
 
+#include <atomic>
 #include <future>
 #include <vector>
 
@@ -32,11 +34,28 @@ protected:
             _lines.emplace_back(line);
         });
     }
-    ~CardLibrary() override { captureLog(nullptr); }
+    /// Not before what the cells began is done, as the home goes.
+    ~CardLibrary() override {
+        waitUntil([] {
+            const QueueManager& queues = QueueManager::sharedInstance();
+            return queues.imageTransferOperationQueue.operationCount() == 0 &&
+                   queues.imageScaleDownOperationQueue.operationCount() == 0;
+        });
+        waitForChanges();
+        captureLog(nullptr);
+    }
 
     static void waitUntil(const std::function<bool()>& isSo) {
         constexpr int kBoundInMilliseconds = 20000;
         ASSERT_TRUE(QTest::qWaitFor(isSo, kBoundInMilliseconds));
+    }
+
+    /// Changes of the library happen one after the other; an empty one ends after all that were asked for.
+    static void waitForChanges() {
+        const auto isDone = std::make_shared<std::atomic<bool>>(false);
+        PHPhotoLibrary::sharedPhotoLibrary().performChanges(
+            [] {}, [isDone](bool, const auto&) { *isDone = true; });
+        waitUntil([&isDone] { return isDone->load(); });
     }
 
     /// The record of an asset, read as lists do.

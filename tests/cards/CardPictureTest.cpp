@@ -1,6 +1,11 @@
 #include "cards/CardPicture.h"
 
 #include "cards/CardLibrary.h"
+#include "cards/ExifGridCollectionViewCell.h"
+#include "platform/imageio/ImageDrawing.h"
+#include "platform/photos/AssetByteSource.h"
+
+#include <atomic>
 
 namespace exifcard {
 namespace {
@@ -47,6 +52,66 @@ TEST_F(CardPictureTest, NamesAnAssetByItsPhotoAndElseItsVideo) {
     EXPECT_EQ(
         originalFilenameOf(add("videos/sample.3gp", {.mediaType = PHAssetMediaType::Video})), "sample.3gp");
     EXPECT_EQ(originalFilenameOf(nullptr), "");
+}
+
+/// A file that is here; counts how often it is asked for from elsewhere.
+class CountingSource final : public AssetByteSource {
+public:
+    explicit CountingSource(std::string path) : _path(std::move(path)) {}
+    std::optional<std::string> localFile(const AssetFile& /*file*/) const override { return _path; }
+    bool isElsewhere(const AssetFile& /*file*/) const override { return true; }
+    std::optional<PHError> bring(const AssetFile& /*file*/, const Progress& /*progress*/) override {
+        ++brought;
+        return std::nullopt;
+    }
+
+    std::atomic<int> brought = 0;
+
+private:
+    const std::string _path;
+};
+
+TEST_F(CardPictureTest, LetsTheLibraryMakeThePictureOfAHugeFileLargerThanTheTile) {
+    constexpr std::uintmax_t kMebibyte = 1048576;
+    const auto file = photos / "huge.jpg";
+    std::filesystem::copy_file(EXIFCARD_TEST_DATA "/canon-6d-elephants.jpg", file);
+    const auto source = std::make_shared<CountingSource>(file.string());
+    const auto record = recordOf(Library::addElsewhere(source, "canon-6d-elephants.jpg"));
+    for (const bool isHuge : {false, true}) {
+        SCOPED_TRACE(isHuge);
+        std::filesystem::resize_file(file, (isHuge ? 51 : 50) * kMebibyte); // Zeros after the picture.
+        const auto cell = makeCell();
+        cell->setShouldUseFullResolutionImage(true);
+        cell->setExifInfo(record, [&cell] { return cell.get(); });
+        waitUntil([&cell] { return picture(*cell) != nullptr; });
+        EXPECT_EQ(picture(*cell)->storedWidth() == 497, isHuge) << picture(*cell)->storedWidth();
+        record->cachedThumbNailImage = nullptr;
+    }
+    EXPECT_EQ(source->brought, 0);
+}
+
+TEST_F(CardPictureTest, ShowsTheFileOfARecordWithoutAsset) {
+    const auto record = ExifInformation::init();
+    record->imageFilePath = EXIFCARD_TEST_DATA "/canon-6d-elephants.jpg";
+    const auto cell = makeCell(record);
+    waitUntil([&cell] { return picture(*cell) != nullptr; });
+    EXPECT_EQ(picture(*cell)->size(), (CGSize{497, 331}));
+}
+
+TEST_F(CardPictureTest, FillsAViewThatWasNotShownYetWithTheThumbnailOfARecord) {
+    const auto record = ExifInformation::init();
+    record->thumbNailImage =
+        imageWithData(Data::mappedFile(EXIFCARD_TEST_DATA "/canon-6d-elephants.jpg").value());
+    Cell tile;
+    ExifGridCollectionViewCell plain;
+    for (ExifDataCollectionListViewCell* const cell :
+        std::initializer_list<ExifDataCollectionListViewCell*>{&tile, &plain}) {
+        cell->resize(187, 199);
+        cell->setExifInfo(record, nullptr);
+        waitUntil([cell] { return picture(*cell) != nullptr; });
+    }
+    EXPECT_EQ(picture(tile)->size(), (CGSize{185, 142}));
+    EXPECT_EQ(picture(plain)->size(), (CGSize{187, 199}));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "cards/CardLibrary.h"
+#include "platform/foundation/DateFormatter.h"
 #include "platform/uikit/Accessibility.h"
 #include "platform/uikit/UITraitCollection.h"
 
@@ -41,6 +42,16 @@ TEST_F(ExifGridWithDetailsCollectionViewCellTest, ChangesBetweenTheDateAndTheTim
     cell->toggleTimeStamp();
     EXPECT_EQ(text(*cell, "dateTakenLabel"), "");
     EXPECT_TRUE(cell->isDisplayingTimeAgo());
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, WritesTheDateByThePatternThatWasChosenLast) {
+    const auto cell = makeCell(recordOf(add(kCanon)));
+    for (const auto& [pattern, written] : {std::pair("yyyy", "2009"), {"d MMMM yyyy", "11 August 2009"}}) {
+        PersistanceManager::sharedInstance().setDateFormatString(pattern);
+        EXPECT_EQ(Cell::sharedDateFormatter().dateFormat(), pattern);
+        cell->showDateTimeStamp();
+        EXPECT_EQ(text(*cell, "dateTakenLabel"), written);
+    }
 }
 
 TEST_F(ExifGridWithDetailsCollectionViewCellTest, TellsOfAVideoOtherThings) {
