@@ -62,7 +62,7 @@ void PendingPhotoView::showMessage(const ConversationEntry& entry) {
         lineText(layout.caption).split(QStringLiteral("  "), Qt::SkipEmptyParts).join(QStringLiteral("   "));
     const QString text =
         QStringList{_lines.title, _lines.caption.simplified(), _lines.subcaption}.join(QLatin1Char('\n'));
-    setToolTip(text.trimmed());
+    setToolTip(beginningOf(text.trimmed(), kLongestToolTip));
     _retryButton->hide();
     if (!isSamePicture) {
         _thumbnail = {};

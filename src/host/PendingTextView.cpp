@@ -40,7 +40,7 @@ PendingTextView::PendingTextView(QWidget* parent)
 
 void PendingTextView::setText(const QString& text, bool isClosable) {
     _text = text.trimmed();
-    setToolTip(_text);
+    setToolTip(beginningOf(_text, kLongestToolTip));
     setAccessibilityLabel(*this, _text);
     _closeButton->setVisible(isClosable);
     const int lines = _text.contains(QLatin1Char('\n')) || _text.size() > 40 ? 2 : 1;

@@ -93,7 +93,7 @@ QSize PhotoBubble::sizeInTranscript(int width) {
     }
     const bool isCut = std::ranges::any_of(
         _rows, [](const Row& row) { return row.leading.isCut() || row.trailing.isCut(); });
-    setToolTip(isCut ? spokenText() : QString());
+    setToolTip(isCut ? beginningOf(spokenText(), kLongestToolTip) : QString());
     loadPicture(_pictureSize);
     return {_pictureSize.width(), height + (_rows.empty() ? 0 : 2 * kBarPadding + 2)};
 }

@@ -30,7 +30,12 @@ TextBubble::TextBubble(ConversationEntry entry, QWidget* parent) : BubbleView(st
 
 QSize TextBubble::sizeInTranscript(int width) {
     const int widest = std::max(static_cast<int>(width * kWidestPart) - 2 * kHorizontalPadding, 1);
-    _lines = WrappedText(_text, {.font = hostFont(15), .lineHeight = hostLineHeight(20)}, widest);
+    const QFont font = hostFont(15);
+    if (widest != _brokenAt || font != _brokenIn) { // A transcript is laid out often, a long text slowly.
+        _lines = WrappedText(_text, {.font = font, .lineHeight = hostLineHeight(20)}, widest);
+        _brokenAt = widest;
+        _brokenIn = font;
+    }
     const QSize text = _lines.size();
     return {std::max(text.width() + 2 * kHorizontalPadding, static_cast<int>(2 * kRadius)),
         text.height() + 2 * kVerticalPadding};

@@ -21,6 +21,8 @@ protected:
 
 private:
     WrappedText _lines;
+    int _brokenAt = 0; ///< The width of the lines,
+    QFont _brokenIn;   ///< and their font.
     QString _text;
 };
 

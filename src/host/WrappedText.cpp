@@ -10,6 +10,12 @@
 namespace exifcard {
 namespace {
 
+/// Longer than all that a photo's settings fill; breaking a million characters takes minutes.
+constexpr qsizetype kLongestText = 8000;
+constexpr int kMostLines = 1000;
+/// No line of a window holds as many.
+constexpr qsizetype kLongestLine = 500;
+
 /// The places where the lines of one paragraph begin and how long they are.
 QStringList linesOfParagraph(const QString& paragraph, const QFont& font, int width) {
     QTextLayout layout(paragraph, font);
@@ -26,9 +32,13 @@ QStringList linesOfParagraph(const QString& paragraph, const QFont& font, int wi
     return lines.isEmpty() ? QStringList{QString()} : lines;
 }
 
-QStringList linesOf(const QString& text, const QFont& font, int width) {
+/// @param most  With that many and one more, the rest is left out.
+QStringList linesOf(const QString& text, const QFont& font, int width, int most) {
     QStringList lines;
     for (const QString& paragraph : text.split(QLatin1Char('\n'))) {
+        if (lines.size() > most) {
+            break;
+        }
         lines += linesOfParagraph(paragraph, font, width);
     }
     return lines;
@@ -51,16 +61,31 @@ QString withoutTrailingSpaces(QString line) {
 
 } // namespace
 
+QString beginningOf(const QString& text, qsizetype length) {
+    if (text.size() <= length) {
+        return text;
+    }
+    QString beginning = text.left(length);
+    if (beginning.back().isHighSurrogate()) {
+        beginning.chop(1);
+    }
+    return beginning + QChar(0x2026);
+}
+
 WrappedText::WrappedText(const QString& text, Style style, int width) : _style(std::move(style)) {
     if (text.isEmpty()) {
         return;
     }
-    _lines = linesOf(text, _style.font, width);
+    const int maximumLines = _style.maximumLines > 0 ? _style.maximumLines : kMostLines;
+    const qsizetype longest = std::min(maximumLines * kLongestLine, kLongestText);
+    _lines = linesOf(beginningOf(text, longest), _style.font, width, maximumLines);
+    _isCut = text.size() > longest;
     const QFontMetricsF metrics(_style.font);
-    if (_style.maximumLines > 0 && _lines.size() > _style.maximumLines) {
-        const QStringList rest = _lines.mid(_style.maximumLines - 1);
-        _lines = _lines.first(_style.maximumLines);
-        _lines.last() = metrics.elidedText(rest.join(QLatin1Char(' ')), Qt::ElideRight, width);
+    if (_lines.size() > maximumLines) {
+        const QStringList rest = _lines.mid(maximumLines - 1);
+        _lines = _lines.first(maximumLines);
+        _lines.last() =
+            metrics.elidedText(beginningOf(rest.join(QLatin1Char(' ')), kLongestLine), Qt::ElideRight, width);
         _isCut = true;
     }
     double widest = 0;
@@ -85,7 +110,7 @@ void WrappedText::draw(QPainter& painter, const QPointF& topLeft, int width, boo
 
 WrappedText captionText(const QString& text, WrappedText::Style style, int width) {
     constexpr double kSmallestScale = 0.85;
-    const double needed = QFontMetricsF(style.font).horizontalAdvance(text);
+    const double needed = QFontMetricsF(style.font).horizontalAdvance(beginningOf(text, kLongestLine));
     if (needed > width) {
         const double scale = std::max(width / needed, kSmallestScale);
         shrink(style.font, scale);

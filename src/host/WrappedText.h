@@ -11,14 +11,19 @@ class QPointF;
 
 namespace exifcard {
 
+/// The text, or of a longer one so many characters and an ellipsis.
+QString beginningOf(const QString& text, qsizetype length);
+/// What a tooltip shows at most.
+inline constexpr qsizetype kLongestToolTip = 2000;
+
 /// A text broken into lines of a given width. Runs of spaces are kept; a last line that does not fit ends
-/// with an ellipsis.
+/// with an ellipsis. Of a text that is longer than anybody reads in one piece the beginning is shown.
 class WrappedText {
 public:
     struct Style {
         QFont font;
         int lineHeight = 0;   ///< In logical pixels.
-        int maximumLines = 0; ///< 0: as many as there are.
+        int maximumLines = 0; ///< 0: as many as there are, up to a thousand.
     };
 
     WrappedText() = default;

@@ -22,12 +22,15 @@
 
 #include <fmt/format.h>
 
+#include <QApplication>
 #include <QTest>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <fstream>
 #include <future>
 #include <iterator>
+#include <utility>
 
 namespace exifcard {
 namespace {
@@ -98,19 +101,37 @@ std::string numberedphoto::camera(int number) {
 std::shared_ptr<WatchedExtension> WatchedExtension::make() {
     registerScreenScenes();
     updateAppApperance();
-    return std::make_shared<WatchedExtension>();
+    auto extension = std::make_shared<WatchedExtension>();
+    extension->sendingObserver = [weak = std::weak_ptr(extension)](const SendingOutcome&) {
+        if (const auto self = weak.lock()) {
+            ++self->endedSendings;
+        }
+    };
+    return extension;
+}
+
+void WatchedExtension::didBecomeActiveWithConversation(const std::shared_ptr<MSConversation>& conversation) {
+    MessagesViewController::didBecomeActiveWithConversation(conversation);
+    screens.push_back(exifViewController());
 }
 
 void WatchedExtension::willTransitionToPresentationStyle(MSMessagesAppPresentationStyle presentationStyle) {
     calls.emplace_back(
         presentationStyle == MSMessagesAppPresentationStyle::Compact ? "will compact" : "will expand");
     MessagesViewController::willTransitionToPresentationStyle(presentationStyle);
+    screens.push_back(exifViewController());
 }
 
 void WatchedExtension::didTransitionToPresentationStyle(MSMessagesAppPresentationStyle presentationStyle) {
     calls.emplace_back(
         presentationStyle == MSMessagesAppPresentationStyle::Compact ? "did compact" : "did expand");
     MessagesViewController::didTransitionToPresentationStyle(presentationStyle);
+}
+
+void WatchedExtension::didStartSendingMessage(
+    const MSMessage& message, const std::shared_ptr<MSConversation>& conversation) {
+    ++startedSendings;
+    MessagesViewController::didStartSendingMessage(message, conversation);
 }
 
 void WatchedExtension::didSelectMessage(
@@ -131,9 +152,13 @@ Desktop::Desktop()
 
 Desktop::~Desktop() {
     window.reset();
-    extension.reset();
+    const auto screens = std::exchange(extension, nullptr)->screens;
+    // A photo that is still on its way keeps its screen, and needs the settings.
+    waitFor([&screens] {
+        return std::ranges::all_of(screens, [](const auto& screen) { return screen.expired(); });
+    });
+    QApplication::setLayoutDirection(Qt::LeftToRight);
     UITraitCollection::setCurrentTraitCollection({});
-    PersistanceManager::forgetSharedInstance();
     PhotoCatalogue::setShared(nullptr);
 }
 

@@ -30,9 +30,16 @@ public:
     static std::shared_ptr<WatchedExtension> make();
 
     std::vector<std::string> calls;
+    std::size_t startedSendings = 0;                      ///< Of what was pending.
+    std::size_t endedSendings = 0;                        ///< Of a photo into the field.
+    std::vector<std::weak_ptr<UIViewController>> screens; ///< All compact ones so far.
+
+    void didBecomeActiveWithConversation(const std::shared_ptr<MSConversation>& conversation) override;
 
     void willTransitionToPresentationStyle(MSMessagesAppPresentationStyle presentationStyle) override;
     void didTransitionToPresentationStyle(MSMessagesAppPresentationStyle presentationStyle) override;
+    void didStartSendingMessage(
+        const MSMessage& message, const std::shared_ptr<MSConversation>& conversation) override;
     void didSelectMessage(
         const MSMessage& message, const std::shared_ptr<MSConversation>& conversation) override;
 };

@@ -128,6 +128,7 @@ TEST_F(EndToEndTest, ReturnsToTheConversationAfterSendingFromAnAlbum) {
         PHAssetCollectionType::SmartAlbum, PHAssetCollectionSubtype::SmartAlbumUserLibrary)
                                   ->firstObject();
     ASSERT_TRUE(screen->assetCollection);
+    extension->screens.emplace_back(screen);
     navigation->pushViewController(screen, /*animated=*/false);
     waitForPhotos();
     ASSERT_EQ(photoScreen(), screen.get());
