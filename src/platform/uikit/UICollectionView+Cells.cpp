@@ -1,5 +1,8 @@
 #include "platform/uikit/UICollectionViewState.h"
 
+#include <QCoreApplication>
+#include <QLayout>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -8,6 +11,24 @@
 
 namespace exifcard {
 namespace {
+
+/// The toolkit tells a hidden widget and those in it of their sizes when they are shown, but a picture is
+/// asked for in the cell's size before that.
+void tellSizes(QWidget& widget) {
+    if (widget.testAttribute(Qt::WA_PendingResizeEvent)) {
+        widget.setAttribute(Qt::WA_PendingResizeEvent, false);
+        QResizeEvent event(widget.size(), QSize());
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+    if (QLayout* const layout = widget.layout()) {
+        layout->activate();
+    }
+    for (QObject* const child : widget.children()) {
+        if (child->isWidgetType()) {
+            tellSizes(*static_cast<QWidget*>(child));
+        }
+    }
+}
 
 /// Parts of the visible height: how far cells are made ahead of the scrolling, how far items are told of
 /// ahead, and how far cells that were passed are kept.
@@ -213,6 +234,9 @@ void UICollectionView::Implementation::showHeader(const UICollectionViewLayoutAt
 /// The viewport is moved by whole pixels, so that copied pixels and new ones meet.
 void UICollectionView::Implementation::place(UICollectionReusableView& element, const CGRect& frame) const {
     element.setFrame({{frame.origin.x + contentInset.left, frame.origin.y - pixelOffset()}, frame.size});
+    if (!element.isVisible()) {
+        tellSizes(element);
+    }
 }
 
 /// What follows the visible part in the direction of scrolling, that many times its height.

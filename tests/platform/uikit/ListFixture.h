@@ -28,6 +28,7 @@ public:
     bool isSelectionAllowed = true;
     std::function<void()> onScroll;
     std::function<void(IndexPath)> onCell;
+    std::function<void(UICollectionViewCell&)> onDisplay;
 
     std::size_t numberOfSectionsInCollectionView(UICollectionView&) override { return counts.size(); }
     std::size_t numberOfItemsInSection(UICollectionView&, std::size_t section) override {
@@ -58,8 +59,11 @@ public:
         UICollectionView&, std::span<const IndexPath> indexPaths) override {
         noteAll("cancel", indexPaths);
     }
-    void willDisplayCell(UICollectionView&, UICollectionViewCell&, IndexPath indexPath) override {
+    void willDisplayCell(UICollectionView&, UICollectionViewCell& cell, IndexPath indexPath) override {
         note("willDisplay", indexPath);
+        if (onDisplay) {
+            onDisplay(cell);
+        }
     }
     void didEndDisplayingCell(UICollectionView&, UICollectionViewCell&, IndexPath indexPath) override {
         note("didEnd", indexPath);

@@ -48,6 +48,22 @@ TEST_F(UICollectionViewTest, AsksTellsAndShowsInOrder) {
     EXPECT_EQ(list.cellForItemAtIndexPath({0, 10})->geometry().top(), 0);
 }
 
+TEST_F(UICollectionViewTest, TellsACellItsSizesBeforeItIsSeen) {
+    list.registerClass("cell", [] {
+        auto cell = std::make_unique<UICollectionViewCell>();
+        auto* const layout = new QVBoxLayout(cell.get());
+        layout->setContentsMargins(10, 10, 10, 10);
+        layout->addWidget(new UIView);
+        return cell;
+    });
+    std::vector<CGSize> inner;
+    source->onDisplay = [&inner](UICollectionViewCell& cell) {
+        inner.push_back(cell.findChild<UIView*>()->bounds().size);
+    };
+    showRows(3);
+    EXPECT_THAT(inner, ElementsAre(CGSize{280, 80}, CGSize{280, 80}, CGSize{280, 80}));
+}
+
 TEST_F(UICollectionViewTest, MakesCellsAheadAndTellsOfThemWhenTheyAreSeen) {
     showRows(100);
     settle();
