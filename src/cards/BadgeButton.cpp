@@ -66,11 +66,12 @@ void BadgeButton::paintEvent(QPaintEvent*) {
         painter.setOpacity(isDown() ? 0.7 : 1);
         painter.drawEllipse(disc);
     }
-    if (!_picture.isEmpty()) {
+    const QString& picture = isChecked() || _uncheckedPicture.isEmpty() ? _picture : _uncheckedPicture;
+    if (!picture.isEmpty()) {
         QRectF frame(0, 0, _pictureSide, _pictureSide);
         frame.moveCenter(disc.center());
         const auto pixmap =
-            imageNamed(textFromQString(_picture), _pictureSide, _pictureColor, devicePixelRatioF());
+            imageNamed(textFromQString(picture), _pictureSide, _pictureColor, devicePixelRatioF());
         painter.drawPixmap(frame.topLeft(), pixmap);
     }
 }

@@ -22,6 +22,8 @@ public:
 
     QString picture() const { return _picture; }
     void setPicture(const QString& picture); ///< The name of a bundled picture; empty for none.
+    /// In place of the picture while the button is not checked; empty for the same.
+    void setUncheckedPicture(const QString& picture) { _uncheckedPicture = picture; }
     double pictureSide() const { return _pictureSide; }
     void setPictureSide(double pictureSide) { _pictureSide = pictureSide; }
     double discSide() const { return _discSide; }
@@ -43,6 +45,7 @@ protected:
 
 private:
     QString _picture;
+    QString _uncheckedPicture;
     double _pictureSide = 19;
     double _discSide = 0;
     Qt::Alignment _place = Qt::AlignCenter;

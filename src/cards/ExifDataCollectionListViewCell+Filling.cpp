@@ -30,6 +30,7 @@ void ExifDataCollectionListViewCell::setExifInfo(
     if (exifInfo->imageResultIsInCloud) {
         setICloudDownloadProgress(exifInfo->iCloudDownloadProgress);
     }
+    updateAccessibility();
 }
 
 void ExifDataCollectionListViewCell::updateUI(const ExifOriginalCellBlock& block) {
@@ -84,8 +85,9 @@ void ExifDataCollectionListViewCell::showPictureOfFile(const std::string& path) 
             const auto bytes = Data::mappedFile(path);
             const auto picture = bytes ? imageWithData(*bytes) : nullptr;
             DispatchQueue::mainQueue().async([cell, record, picture] {
-                const bool isShown = cell && cell->exifInfo() && cell->exifInfo() == record.lock();
-                if (isShown && cell->outlets().imageView) {
+                const auto current = record.lock();
+                const bool isShown = cell && current && cell->exifInfo() == current;
+                if (isShown && picture && !current->cachedThumbNailImage && cell->outlets().imageView) {
                     cell->outlets().imageView->setImage(picture);
                 }
             });
@@ -99,18 +101,20 @@ void ExifDataCollectionListViewCell::showThumbnail() {
         return;
     }
     const auto& record = _implementation->exifInfo;
-    DispatchQueue::globalQueue().async(
-        [cell = QPointer(this), weakRecord = std::weak_ptr(record), thumbnail = record->thumbNailImage,
-            before = record->cachedThumbNailImage, size = view->frame().size] {
-            const auto scaled = imageWithImageScaledToFillToSize(thumbnail, size);
-            DispatchQueue::mainQueue().async([cell, weakRecord, scaled, before] {
-                const auto current = weakRecord.lock();
-                const bool isShown = cell && current && cell->exifInfo() == current;
-                if (isShown && current->cachedThumbNailImage == before) {
-                    cell->outlets().imageView->setImage(scaled);
-                }
-            });
+    if (record->cachedThumbNailImage) {
+        return;
+    }
+    DispatchQueue::globalQueue().async([cell = QPointer(this), weakRecord = std::weak_ptr(record),
+                                           thumbnail = record->thumbNailImage, size = view->frame().size] {
+        const auto scaled = imageWithImageScaledToFillToSize(thumbnail, size);
+        DispatchQueue::mainQueue().async([cell, weakRecord, scaled] {
+            const auto current = weakRecord.lock();
+            const bool isShown = cell && current && cell->exifInfo() == current;
+            if (isShown && !current->cachedThumbNailImage) {
+                cell->outlets().imageView->setImage(scaled);
+            }
         });
+    });
 }
 
 void ExifDataCollectionListViewCell::showFileName(const std::string& fileName) {
@@ -165,9 +169,10 @@ void ExifDataCollectionListViewCell::fetchFileName() {
 void ExifDataCollectionListViewCell::updateAccessibility() {
     const auto& record = _implementation->exifInfo;
     if (record) {
-        const auto fileName = record->fileNameCached.load();
-        setAccessibilityLabel(
-            *this, qString(fileName ? *fileName : record->correctedImageFilePathURL().lastPathComponent()));
+        const auto cached = record->fileNameCached.load();
+        const auto fileName = cached ? *cached : record->correctedImageFilePathURL().lastPathComponent();
+        // A photo of the library has no name before it is fetched, and some have none at all.
+        setAccessibilityLabel(*this, qString(fileName.empty() ? localizedString("Image") : fileName));
     }
 }
 
