@@ -67,7 +67,8 @@ void ExifDataListViewController::press(const QKeyEvent& event) {
 
 bool ExifDataListViewController::eventFilter(QObject* watched, QEvent* event) {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (watched == collectionView && isKey) {
+    // The kind first: the list's last events come when it is a list no more.
+    if (isKey && watched == collectionView) {
         const auto& keyEvent = static_cast<const QKeyEvent&>(*event);
         if (takesKey(keyEvent)) {
             if (event->type() == QEvent::KeyPress) {
