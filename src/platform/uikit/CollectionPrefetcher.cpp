@@ -10,6 +10,15 @@ void CollectionPrefetcher::setDataSource(std::weak_ptr<UICollectionViewDataSourc
     _told.clear();
 }
 
+void CollectionPrefetcher::forget(UICollectionView& collectionView) {
+    const std::vector<IndexPath> told(_told.begin(), _told.end());
+    _told.clear();
+    const auto dataSource = _dataSource.lock();
+    if (dataSource && !told.empty()) {
+        dataSource->cancelPrefetchingForItemsAtIndexPaths(collectionView, told);
+    }
+}
+
 void CollectionPrefetcher::itemsAreShown(const std::vector<IndexPath>& shown) {
     for (const IndexPath indexPath : shown) {
         _told.erase(indexPath);

@@ -17,8 +17,8 @@ public:
     void itemsAreShown(const std::vector<IndexPath>& shown);
     /// @param upcoming  What follows in the direction of scrolling; nothing of it is on screen.
     void itemsAreComingUp(UICollectionView& collectionView, const std::vector<IndexPath>& upcoming);
-    /// After `reloadData`, when the places mean other items.
-    void forget() { _told.clear(); }
+    /// After `reloadData`, when the places mean other items: takes back what it told.
+    void forget(UICollectionView& collectionView);
 
 private:
     std::weak_ptr<UICollectionViewDataSourcePrefetching> _dataSource;

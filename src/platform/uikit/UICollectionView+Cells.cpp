@@ -200,6 +200,9 @@ UICollectionView::Implementation::LiveCell* UICollectionView::Implementation::li
     live = {.cell = cell, .frame = attributes.frame};
     place(*cell, live.frame);
     cell->setSelected(selection.contains(indexPath));
+    if (pressed == indexPath) {
+        cell->setHighlighted(true);
+    }
     return &live;
 }
 

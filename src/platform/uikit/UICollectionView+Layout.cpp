@@ -101,9 +101,11 @@ bool UICollectionView::Implementation::countsDiffer() const {
 
 void UICollectionView::Implementation::readCounts() {
     isReloadWanted = false;
+    const HeldPress heldPress = pressed ? held : HeldPress();
     dropElements();
-    prefetcher.forget();
+    prefetcher.forget(view);
     itemCounts = countsOfDataSource();
+    holdPress(heldPress);
     layout._isValid = false;
     std::erase_if(selection, [this](IndexPath indexPath) { return !contains(indexPath); });
     if (focused && !contains(*focused)) {

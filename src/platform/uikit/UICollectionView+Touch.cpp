@@ -105,7 +105,8 @@ bool UICollectionView::Implementation::touch(QEvent& event) {
     } else if (event.type() == QEvent::TouchUpdate) {
         movePress(position);
     } else if (touchedButton && pressed) {
-        const bool isInside = buttonAt(position) == touchedButton;
+        // After a reload the button may belong to another item.
+        const bool isInside = !held.isMoved && buttonAt(position) == touchedButton;
         cancelPress();
         if (isInside) {
             touchedButton->click();
@@ -138,32 +139,46 @@ void UICollectionView::Implementation::press(QPoint position) {
     isKeyboardInUse = false;
     placeFocusRing();
     pressed = itemAt(position);
-    pressPosition = position;
+    held.position = position;
     UICollectionViewCell* const cell = pressed ? view.cellForItemAtIndexPath(*pressed) : nullptr;
     if (cell) {
         cell->setHighlighted(true);
+        const auto source = dataSource.lock();
+        held.model = source ? source->modelIdentifierForElementAtIndexPath(*pressed) : std::nullopt;
     } else {
         pressed.reset();
     }
 }
 
+/// The release is meant for what the finger came down on.
+void UICollectionView::Implementation::holdPress(HeldPress heldPress) {
+    const auto place = heldPress.placeIn(dataSource.lock().get());
+    if (place && contains(*place)) {
+        pressed = place;
+        held = std::move(heldPress);
+        held.isMoved = true;
+    }
+}
+
 void UICollectionView::Implementation::movePress(QPoint position) {
     const int farthest = QGuiApplication::styleHints()->startDragDistance();
-    if (pressed && (position - pressPosition).manhattanLength() > farthest) {
+    if (pressed && (position - held.position).manhattanLength() > farthest) {
         cancelPress();
     }
 }
 
 void UICollectionView::Implementation::release(QPoint position) {
     const auto item = pressed;
+    const bool isStillMeant = held.isMoved || itemAt(position) == item;
     cancelPress();
-    if (item && itemAt(position) == item) {
+    if (item && isStillMeant) {
         tap(*item);
     }
 }
 
 void UICollectionView::Implementation::cancelPress() {
     const auto item = std::exchange(pressed, std::nullopt);
+    held = {};
     if (item && cells.contains(*item)) {
         cells.at(*item).cell->setHighlighted(false);
     }

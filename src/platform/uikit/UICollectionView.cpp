@@ -63,6 +63,10 @@ UICollectionView::~UICollectionView() {
 }
 
 void UICollectionView::setDataSource(std::weak_ptr<UICollectionViewDataSource> dataSource) {
+    const auto& present = _implementation->dataSource;
+    if (!dataSource.expired() && !present.owner_before(dataSource) && !dataSource.owner_before(present)) {
+        return;
+    }
     _implementation->dataSource = std::move(dataSource);
     reloadData();
 }

@@ -3,7 +3,9 @@
 #include "platform/uikit/IndexPath.h"
 #include "platform/uivalues/CGGeometry.h"
 
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace exifcard {
@@ -39,6 +41,15 @@ public:
     /// A cell that was dequeued for the place; null leaves it empty.
     virtual UICollectionViewCell* cellForItemAtIndexPath(
         UICollectionView& collectionView, IndexPath indexPath) = 0;
+    /// What an item shows, wherever it stands; nothing where that has no name. With it the press of an item
+    /// outlives a reload.
+    virtual std::optional<std::string> modelIdentifierForElementAtIndexPath(IndexPath) const {
+        return std::nullopt;
+    }
+    /// Where that is shown now; nothing when it is no longer.
+    virtual std::optional<IndexPath> indexPathForElementWithModelIdentifier(const std::string&) const {
+        return std::nullopt;
+    }
     /// Null for none.
     virtual UICollectionReusableView* viewForSupplementaryElementOfKind(
         UICollectionView&, std::string_view, IndexPath) {

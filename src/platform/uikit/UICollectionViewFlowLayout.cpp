@@ -66,10 +66,13 @@ void UICollectionViewFlowLayout::invalidateLayout() {
 
 bool UICollectionViewFlowLayout::prepare(double width) {
     const bool isRightToLeft = _collectionView.isRightToLeft();
-    if (_isValid && width == _width && isRightToLeft == _isRightToLeft) {
+    // Sizes may follow from which of the list's sides is the longer one.
+    const bool isPortrait = _collectionView.width() < _collectionView.height();
+    if (_isValid && width == _width && isRightToLeft == _isRightToLeft && isPortrait == _isPortrait) {
         return false;
     }
     _isValid = true;
+    _isPortrait = isPortrait;
     _width = width;
     _isRightToLeft = isRightToLeft;
     _lines.clear();

@@ -94,6 +94,7 @@ private:
     UICollectionView& _collectionView;
     bool _isValid = false;
     bool _isRightToLeft = false;
+    bool _isPortrait = false;
     double _width = 0;
     CGSize _contentSize;
     std::vector<Line> _lines;

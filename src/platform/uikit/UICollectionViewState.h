@@ -3,6 +3,7 @@
 #include "platform/uikit/CollectionCellPool.h"
 #include "platform/uikit/CollectionOverlays.h"
 #include "platform/uikit/CollectionPrefetcher.h"
+#include "platform/uikit/HeldPress.h"
 #include "platform/uikit/ItemNavigation.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIRefreshControl.h"
@@ -88,6 +89,7 @@ public:
     QAbstractButton* buttonAt(QPoint position) const;
     std::optional<IndexPath> itemAt(QPoint position) const;
     void press(QPoint position);
+    void holdPress(HeldPress heldPress);
     void movePress(QPoint position);
     void release(QPoint position);
     void cancelPress();
@@ -116,14 +118,12 @@ public:
     std::map<std::size_t, LiveHeader> headers;
     bool isReloadWanted = false;
     bool isPassDue = false;
-    bool isPassPosted = false;
-    bool isInPass = false;
+    bool isPassPosted = false, isInPass = false;
     QBasicTimer aheadTimer; ///< Turns of the main queue that have time to prepare what comes up.
 
     double offset = 0; ///< The content's top edge is that far above the viewport's.
     bool isScrollingDown = true;
-    UIEdgeInsets contentInset;
-    UIEdgeInsets indicatorInset;
+    UIEdgeInsets contentInset, indicatorInset;
     bool isScrollEnabled = true;
     bool isInteractionEnabled = true;
     double touchOrigin = 0; ///< The smallest offset when the finger came down.
@@ -139,7 +139,7 @@ public:
     bool allowsMultipleSelection = false;
     std::set<IndexPath> selection;
     std::optional<IndexPath> pressed;
-    QPoint pressPosition;
+    HeldPress held;
     QPointer<QAbstractButton> touchedButton;
 
     std::optional<IndexPath> focused;

@@ -7,6 +7,7 @@
 #include "platform/uikit/UITraitCollection.h"
 
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QVariantAnimation>
 
 #include <algorithm>
@@ -43,11 +44,17 @@ UISwitch::UISwitch(QWidget* parent) : QCheckBox(parent), _movement(new QVariantA
         _knob = knob.toDouble();
         update();
     });
-    connect(this, &QCheckBox::toggled, this, [this] { moveKnob(/*animated=*/_movesGently && isVisible()); });
+    connect(this, &QCheckBox::toggled, this, [this](bool isOn) {
+        moveKnob(/*animated=*/_movesGently && isVisible());
+        if (!_isBeingSet) {
+            emit valueChanged(isOn);
+        }
+    });
 }
 
 void UISwitch::setOn(bool isOn, bool animated) {
     _movesGently = animated;
+    const QScopedValueRollback beingSet(_isBeingSet, true);
     setChecked(isOn);
     _movesGently = true;
 }

@@ -21,6 +21,10 @@ public:
     QSize sizeHint() const override { return {51, 44}; }
     QSize minimumSizeHint() const override { return sizeHint(); }
 
+signals:
+    /// Switched, but not by `setOn`.
+    void valueChanged(bool isOn);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool hitButton(const QPoint& position) const override;
@@ -32,6 +36,7 @@ private:
     QVariantAnimation* _movement;
     double _knob = 0; ///< 0 off … 1 on.
     bool _movesGently = true;
+    bool _isBeingSet = false;
 };
 
 } // namespace exifcard

@@ -106,6 +106,64 @@ TEST_F(UICollectionViewTest, UsesItsCellsAgainThroughTwoThousandRows) {
     EXPECT_EQ(list.indexPathsForVisibleItems().back(), (IndexPath{0, 1999}));
 }
 
+TEST_F(UICollectionViewTest, TakesBackWhatItToldAheadWhenItReloads) {
+    showRows(100);
+    settle();
+    const auto told = source->takeRecord("prefetch");
+    ASSERT_EQ(told.size(), 6U);
+    list.reloadData();
+    list.layoutIfNeeded();
+    const auto cancelled = source->takeRecord("cancel");
+    ASSERT_EQ(cancelled.size(), 6U);
+    EXPECT_EQ(cancelled.front(), "cancel 0/6");
+    settle();
+    EXPECT_EQ(source->takeRecord("prefetch"), told);
+}
+
+TEST_F(UICollectionViewTest, KeepsItsCellsWhenItIsGivenTheSameDataSourceAgain) {
+    showRows(10);
+    source->takeRecord();
+    list.setDataSource(source);
+    list.layoutIfNeeded();
+    EXPECT_THAT(source->takeRecord("cell"), IsEmpty());
+    const auto other = std::make_shared<RecordingSource>();
+    list.setDataSource(other);
+    list.layoutIfNeeded();
+    EXPECT_THAT(list.visibleCells(), IsEmpty());
+}
+
+TEST_F(UICollectionViewTest, SizesItsItemsAnewWhenItsHeightAloneTurnsItAround) {
+    source->sizeOfItem = [this](IndexPath) {
+        return CGSize{list.width() < list.height() ? 300.0 : 150.0, 100};
+    };
+    showRows(4);
+    EXPECT_EQ(frameOfItem(1).size.width, 300);
+    list.resize(375, 200);
+    list.layoutIfNeeded();
+    EXPECT_EQ(frameOfItem(1).size.width, 150);
+}
+
+TEST_F(UICollectionViewTest, SendsATapToWhatWasPressedWhereverAReloadMovesIt) {
+    source->models = {"a", "b", "c"};
+    showRows(3);
+    const QPoint place = middleOf(1);
+    const auto pressAndReloadWith = [&](std::vector<std::string> models) {
+        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, place);
+        source->counts = {models.size()};
+        source->models = std::move(models);
+        list.reloadData();
+        list.layoutIfNeeded();
+    };
+    pressAndReloadWith({"b", "c"});
+    EXPECT_TRUE(list.cellForItemAtIndexPath({0, 0})->highlighted());
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, place);
+    EXPECT_THAT(source->takeRecord("didSelect"), ElementsAre("didSelect 0/0"));
+    EXPECT_FALSE(list.cellForItemAtIndexPath({0, 0})->highlighted());
+    pressAndReloadWith({"a", "b"}); // Without the pressed one.
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, place);
+    EXPECT_THAT(source->takeRecord("didSelect"), IsEmpty());
+}
+
 TEST_F(UICollectionViewTest, ReloadsOnceInTheNextPassAndDropsTheSelection) {
     showRows(10);
     list.selectItemAtIndexPath({0, 1}, false, UICollectionViewScrollPosition::None);

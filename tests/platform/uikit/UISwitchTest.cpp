@@ -32,6 +32,18 @@ struct Switch {
     }
 };
 
+TEST(UISwitchTest, TellsItsValueUnlessTheProgramSetIt) {
+    Switch scene;
+    QSignalSpy told(&scene.control, &UISwitch::valueChanged);
+    scene.control.setOn(true, /*animated=*/false);
+    EXPECT_EQ(told.count(), 0);
+    scene.control.click();
+    scene.control.toggle(); // As a screen reader does.
+    ASSERT_EQ(told.count(), 2);
+    EXPECT_FALSE(told[0][0].toBool());
+    EXPECT_TRUE(told[1][0].toBool());
+}
+
 TEST(UISwitchTest, IsACheckBoxToReadersAndKeys) {
     Switch scene;
     QAccessibleInterface* const seen = QAccessible::queryAccessibleInterface(&scene.control);
