@@ -96,7 +96,25 @@ void ExtensionPanel::layOutContent() {
     if (_extension->isViewLoaded()) {
         // As large as at the end of a movement, so that the screen is laid out once.
         const int least = heightOf(_style) - PanelHandle::kHeight;
-        _extension->view().setGeometry(0, 0, width(), std::max(_content->height(), least));
+        resizeExtension({width(), std::max(_content->height(), least)});
+    }
+}
+
+void ExtensionPanel::resizeExtension(QSize size) {
+    QWidget& view = _extension->view();
+    const CGSize told = {static_cast<double>(size.width()), static_cast<double>(size.height())};
+    // The steps of a movement are not worth a layout each; its end is.
+    const bool isSettled = !isMoving() && !_isDragged;
+    const bool isTold = isActive() && isSettled && size != _toldSize;
+    if (isSettled) {
+        _toldSize = size;
+    }
+    if (isTold) {
+        _extension->viewWillTransitionToSize(told, /*isComplete=*/false);
+    }
+    view.setGeometry(0, 0, size.width(), size.height());
+    if (isTold) {
+        _extension->viewWillTransitionToSize(told, /*isComplete=*/true);
     }
 }
 
@@ -171,6 +189,8 @@ void ExtensionPanel::finishMovement() {
     if (isMoving()) {
         _movement->stop();
         setPanelHeight(heightOf(_style));
+    } else {
+        layOutContent(); // One that came to its end by itself.
     }
     if (std::exchange(_isInTransition, false)) {
         _extension->finishTransition();
@@ -179,6 +199,7 @@ void ExtensionPanel::finishMovement() {
 
 void ExtensionPanel::dragBegan() {
     finishMovement();
+    _isDragged = true;
     _heightBeforeDrag = _height;
 }
 
@@ -192,6 +213,7 @@ void ExtensionPanel::dragged(double distance) {
 }
 
 void ExtensionPanel::dragEnded(double distance, double velocity) {
+    _isDragged = false;
     const double direction = _style == Style::Compact ? 1 : -1;
     if (distance * direction > kSwitchingDistance || velocity * direction > kSwitchingVelocity) {
         toggle();

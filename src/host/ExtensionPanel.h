@@ -58,6 +58,7 @@ private:
     int heightOf(Style style) const;
     void setPanelHeight(double height);
     void layOutContent();
+    void resizeExtension(QSize size);
     void moveTo(int height);
     void fadeTo(int height);
     void finishMovement();
@@ -74,6 +75,8 @@ private:
     Style _style = Style::Compact;
     QSize _window;
     int _expandedTop = 0;
+    QSize _toldSize; ///< Of the extension's view.
+    bool _isDragged = false;
     double _height = 0;
     double _heightBeforeDrag = 0;
 };

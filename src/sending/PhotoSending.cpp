@@ -69,9 +69,17 @@ void PhotoSending::imageDataArrived(Photo photo, const std::optional<Data>& imag
     const auto group = std::make_shared<DispatchGroup>();
     findPlaceName(photo.record, group);
     group->notify(DispatchQueue::mainQueue(), [sending = *this, photo = std::move(photo)] {
-        sending.insertMessage(photo);
-        sending.leaveExpandedStyle(); // Not after the insertion: the user is to see it happen.
+        if (sending._insertionTurn) {
+            sending._insertionTurn([sending, photo] { sending.insert(photo); });
+        } else {
+            sending.insert(photo);
+        }
     });
+}
+
+void PhotoSending::insert(const Photo& photo) const {
+    insertMessage(photo);
+    leaveExpandedStyle(); // Not after the insertion: the user is to see it happen.
 }
 
 void PhotoSending::insertMessage(const Photo& photo) const {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace exifcard {
 
@@ -30,6 +31,10 @@ public:
     /// Called exactly once, on a background queue, when everything is in the field.
     using CompletionHandler = std::function<void(const PhotoSendingResult& result)>;
 
+    /// Calls what puts a message and its text into the field, now or when it is its turn; on the main queue.
+    /// The turn ends with the completion handler.
+    using InsertionTurn = std::function<void(std::function<void()> insertion)>;
+
     /// @param presentation  Asked for the compact style once a message is on its way, so that the user sees
     ///                      it; may be null.
     explicit PhotoSending(std::shared_ptr<const MSConversation> conversation,
@@ -40,17 +45,21 @@ public:
     void sendPhotoWithEXIF(std::shared_ptr<ExifInformation> record,
         const ImageDataRequest& requestImageData,
         CompletionHandler completionHandler = nullptr) const;
+    /// Empty, as at first: photos go into the field when they are ready.
+    void setInsertionTurn(InsertionTurn insertionTurn) { _insertionTurn = std::move(insertionTurn); }
 
 private:
     struct Photo;
 
     void imageDataArrived(Photo photo, const std::optional<Data>& imageData) const;
+    void insert(const Photo& photo) const;
     void insertMessage(const Photo& photo) const;
     void insertText(const Photo& photo, const std::optional<std::string>& messageError) const;
     void leaveExpandedStyle() const;
 
     std::shared_ptr<const MSConversation> _conversation;
     std::weak_ptr<PresentationStyleHolder> _presentation;
+    InsertionTurn _insertionTurn;
 };
 
 } // namespace exifcard
