@@ -122,7 +122,7 @@ void ExifDataListDataSource::replaceFetchResult(PHAssetFetchResultPtr replacemen
 }
 
 void ExifDataListDataSource::loadMoreResultsWithCompletionBlock(CompletionBlock completionBlock) {
-    if (isLoadingMoreExifObjects) {
+    if (isLoading()) { // What is being asked for takes the place of the list.
         call(completionBlock);
         return;
     }
@@ -147,10 +147,12 @@ void ExifDataListDataSource::showFirstLoadingSpinnerHUD() {
 
 void ExifDataListDataSource::read(const Page& page) {
     readingQueue().async([weakSelf = weak_from_this(), page] {
-        const auto showProgress = [weakSelf](bool containsICloud, float progress) {
-            DispatchQueue::mainQueue().async([weakSelf, containsICloud, progress] {
+        const auto showProgress = [weakSelf, generation = page.generation](
+                                      bool containsICloud, float progress) {
+            DispatchQueue::mainQueue().async([weakSelf, generation, containsICloud, progress] {
                 debugLog("PROGRESS %f", {progress});
-                if (const auto self = weakSelf.lock()) {
+                const auto self = weakSelf.lock();
+                if (self && self->_generation == generation) {
                     self->updateProgressOnLoading(progress, containsICloud);
                 }
             });

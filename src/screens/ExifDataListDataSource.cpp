@@ -6,12 +6,14 @@
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/photos/PHAsset.h"
 #include "platform/uikit/UICollectionView.h"
 #include "screens/ExifDataListViewController.h"
 #include "screens/ListPresentation.h"
 #include "screens/ListViewTypes.h"
 #include "settings/SettingsNotifications.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace exifcard {
@@ -79,19 +81,53 @@ void ExifDataListDataSource::reloadCollectionView() {
 void ExifDataListDataSource::reloadCollectionViewWithCompletionBlock(CompletionBlock completionBlock) {
     DispatchQueue::mainQueue().async(
         [weakSelf = weak_from_this(), completionBlock = std::move(completionBlock)] {
-            const auto self = weakSelf.lock();
-            if (self && self->collectionView) {
-                self->collectionView->collectionViewLayout().invalidateLayout();
-                self->collectionView->reloadData();
-            }
-            if (const auto parent = self ? self->weakParentViewController.lock() : nullptr) {
-                parent->updateMapViewVisiblity();
-                parent->updateEmptyState();
+            if (const auto self = weakSelf.lock()) {
+                self->reloadNow();
             }
             if (completionBlock) {
                 completionBlock();
             }
         });
+}
+
+void ExifDataListDataSource::reloadNow() {
+    if (collectionView) {
+        collectionView->collectionViewLayout().invalidateLayout();
+        collectionView->reloadData();
+    }
+    if (const auto parent = weakParentViewController.lock()) {
+        parent->updateMapViewVisiblity();
+        parent->updateEmptyState();
+    }
+}
+
+void ExifDataListDataSource::replaceRecords(Records records) {
+    unFilteredExifDataItemsArray = std::move(records);
+    exifDataItemsArray = ExifManager::exifDataItemsArrayAndFilterFromExifArray(unFilteredExifDataItemsArray);
+    reloadNow();
+    if (collectionView && collectionView->isVisible()) {
+        collectionView->layoutIfNeeded(); // No tap comes between the two.
+    }
+}
+
+std::optional<std::string> ExifDataListDataSource::modelIdentifierForElementAtIndexPath(
+    IndexPath indexPath) const {
+    if (indexPath.section != kPhotosSection || indexPath.item >= exifDataItemsArray.size()) {
+        return std::nullopt;
+    }
+    const auto& asset = exifDataItemsArray[indexPath.item]->phAsset;
+    return asset ? std::optional(asset->localIdentifier) : std::nullopt;
+}
+
+std::optional<IndexPath> ExifDataListDataSource::indexPathForElementWithModelIdentifier(
+    const std::string& identifier) const {
+    const auto found = std::ranges::find_if(exifDataItemsArray, [&](const Record& record) {
+        return record->phAsset && record->phAsset->localIdentifier == identifier;
+    });
+    if (found == exifDataItemsArray.end()) {
+        return std::nullopt;
+    }
+    return IndexPath{kPhotosSection, static_cast<std::size_t>(found - exifDataItemsArray.begin())};
 }
 
 std::size_t ExifDataListDataSource::pageSize() const {
@@ -151,6 +187,7 @@ void ExifDataListDataSource::prefetchItemsAtIndexPaths(
     for (const IndexPath& indexPath : indexPaths) {
         debugLog("PREFETCH_ %ld", {indexPath.item});
         if (indexPath.item < exifDataItemsArray.size()) {
+            _prefetched[indexPath.item] = exifDataItemsArray[indexPath.item];
             exifDataItemsArray[indexPath.item]->prefetchAsset();
         }
     }
@@ -159,7 +196,11 @@ void ExifDataListDataSource::prefetchItemsAtIndexPaths(
 void ExifDataListDataSource::cancelPrefetchingForItemsAtIndexPaths(
     UICollectionView& /*collectionView*/, std::span<const IndexPath> indexPaths) {
     for (const IndexPath& indexPath : indexPaths) {
-        if (indexPath.item < exifDataItemsArray.size()) {
+        // Another record may stand there by now.
+        const auto told = _prefetched.extract(indexPath.item);
+        if (const Record prefetched = told ? told.mapped().lock() : nullptr) {
+            prefetched->cancelPrefetch();
+        } else if (indexPath.item < exifDataItemsArray.size()) {
             exifDataItemsArray[indexPath.item]->cancelPrefetch();
         }
     }

@@ -9,7 +9,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -84,6 +86,8 @@ public:
     static std::string messageForProgress(float progress, bool containsICloud);
     void reloadCollectionView();
     void reloadCollectionViewWithCompletionBlock(CompletionBlock completionBlock);
+    /// Shows these, filtered, in place of all that was read; the list is laid out when this returns.
+    void replaceRecords(Records records);
     /// Filters anew what was read.
     void filterLoadedRecords();
     void popFromDetailViewControllers();
@@ -97,6 +101,10 @@ public:
     UICollectionReusableView* viewForSupplementaryElementOfKind(
         UICollectionView& collectionView, std::string_view kind, IndexPath indexPath) override;
     CGSize referenceSizeForHeaderInSection(std::size_t section) const;
+    /// A photo's local identifier.
+    std::optional<std::string> modelIdentifierForElementAtIndexPath(IndexPath indexPath) const override;
+    std::optional<IndexPath> indexPathForElementWithModelIdentifier(
+        const std::string& identifier) const override;
     void prefetchItemsAtIndexPaths(
         UICollectionView& collectionView, std::span<const IndexPath> indexPaths) override;
     void cancelPrefetchingForItemsAtIndexPaths(
@@ -110,6 +118,7 @@ private:
     void observe(std::string_view notification, Change change);
     void refresh(Fetch fetch, CompletionBlock completionBlock);
     void fetched(PHAssetFetchResultPtr result, std::uint64_t generation, CompletionBlock completionBlock);
+    void reloadNow();
     void showFirstLoadingSpinnerHUD();
     void read(const Page& page);
     void pageArrived(const Page& page, const Records& records);
@@ -122,6 +131,7 @@ private:
     std::vector<NotificationCenter::Observation> _observations;
     std::uint64_t _generation = 0;
     bool _isFetching = false;
+    std::map<std::size_t, std::weak_ptr<ExifInformation>> _prefetched; ///< By the item at that time.
 };
 
 } // namespace exifcard

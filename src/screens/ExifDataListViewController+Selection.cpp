@@ -75,7 +75,7 @@ void ExifDataListViewController::didTapOnSelectAllButton() {
 }
 
 void ExifDataListViewController::didTapOnCancelMultipleSelectionButton() {
-    cancelSelectionsAndRefreshUI();
+    cancelSelectionMode(); // Intended: the bar keeps its buttons until it is built anew.
 }
 
 void ExifDataListViewController::cancelSelectionMode() {
@@ -145,15 +145,12 @@ std::optional<IndexPath> ExifDataListViewController::indexPathUnderFinger(
 
 void ExifDataListViewController::panGestureCallback(UIGestureRecognizer& recognizer) {
     const auto under = indexPathUnderFinger(recognizer);
-    const auto& records = dataSource->exifDataItemsArray;
     switch (recognizer.state()) {
     case UIGestureRecognizerState::Began:
         collectionView->setUserInteractionEnabled(false);
         collectionView->setScrollEnabled(false);
         isSwipeSelecting = true;
-        panGestureStartingSelectedIndexPath = under;
-        isSelectingInPanGestureMode =
-            under && under->item < records.size() && !selectedItems.contains(records[under->item]);
+        beginRangeAt(under);
         break;
     case UIGestureRecognizerState::Changed:
         if (isSelecting() && under && under != previouslySelectedIndexPath) {
@@ -173,9 +170,16 @@ void ExifDataListViewController::panGestureCallback(UIGestureRecognizer& recogni
     }
 }
 
+void ExifDataListViewController::beginRangeAt(std::optional<IndexPath> start) {
+    const auto& records = dataSource->exifDataItemsArray;
+    panGestureStartingSelectedIndexPath = start;
+    isSelectingInPanGestureMode =
+        start && start->item < records.size() && !selectedItems.contains(records[start->item]);
+}
+
 void ExifDataListViewController::panMovedTo(IndexPath current) {
     if (!panGestureStartingSelectedIndexPath) {
-        return;
+        beginRangeAt(current); // The finger came down between items.
     }
     const IndexPath start = *panGestureStartingSelectedIndexPath;
     if (previouslySelectedIndexPath) {

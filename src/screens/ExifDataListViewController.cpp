@@ -27,12 +27,15 @@ namespace exifcard {
 ExifDataListViewController::ExifDataListViewController(std::shared_ptr<ListPresentation> listPresentation)
     : presentation(std::move(listPresentation))
     , dataSource(ExifDataListDataSource::init(presentation)) {
-    if (PHPhotoLibrary::authorizationStatus() == PHAuthorizationStatus::Authorized) {
+    if (isReadable(PHPhotoLibrary::authorizationStatus())) {
         ImageManager::sharedInstance().imageCachingManager().stopCachingImagesForAllAssets();
     }
 }
 
 ExifDataListViewController::~ExifDataListViewController() {
+    if (panGesture) {
+        panGesture->setEnabled(false); // It goes with the view, which is later.
+    }
     if (_libraryFollower) {
         _libraryFollower->stop();
     }
@@ -71,7 +74,11 @@ void ExifDataListViewController::viewDidLoad() {
     collectionView->setBackgroundColor(Apperance::appearanceBackgroundColor());
     auto pan = std::make_unique<UIPanGestureRecognizer>();
     panGesture = pan.get();
-    pan->addTarget([this](UIGestureRecognizer& recognizer) { panGestureCallback(recognizer); });
+    pan->addTarget([weak = weakSelf()](UIGestureRecognizer& recognizer) {
+        if (const auto self = weak.lock()) {
+            self->panGestureCallback(recognizer);
+        }
+    });
     pan->setDelegate(weakSelf());
     addGestureRecognizer(*collectionView, std::move(pan));
     collectionView->installEventFilter(this);
@@ -117,6 +124,16 @@ void ExifDataListViewController::viewDidAppear(bool animated) {
     UIViewController::viewDidAppear(animated);
     dataSource->checkAndGoToExifDetailsScreenForPHAssetID();
     updateCachedAssets();
+    if (_libraryFollower) {
+        _libraryFollower->resume();
+    }
+}
+
+void ExifDataListViewController::viewDidDisappear(bool animated) {
+    UIViewController::viewDidDisappear(animated);
+    if (_libraryFollower) {
+        _libraryFollower->pause();
+    }
 }
 
 void ExifDataListViewController::viewWillTransitionToSize(CGSize size, bool isComplete) {

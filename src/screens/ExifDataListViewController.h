@@ -6,37 +6,36 @@
 #include "platform/uikit/UICollectionViewDelegates.h"
 #include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UIViewController.h"
+#include "screens/ExifDataListState.h"
 #include "screens/ListPresentation.h"
 
 #include <QPointer>
 
 #include <memory>
 #include <optional>
-#include <set>
 #include <vector>
 
-class QAbstractButton;
 class QKeyEvent;
 
 namespace exifcard {
 
+class BlockOperation;
 class EmptyStateView;
 class ExifDataListDataSource;
 class LibraryFollower;
-class UIPanGestureRecognizer;
-class UIRefreshControl;
 
 /// The base of every photo list: cards or tiles fed by a data source of its own, with selection by taps and
 /// by a sideways pan, thumbnails made ahead, and the library's changes. Subclasses load the photos. Main
 /// queue.
 class ExifDataListViewController : public UIViewController,
                                    public UICollectionViewDelegateFlowLayout,
+                                   public ExifDataListState,
+                                   public ExifDataListHooks,
                                    public CardOwner,
                                    public UIGestureRecognizerDelegate {
     Q_OBJECT
 
 public:
-    using Record = ExifManager::Record;
     using Layout = UICollectionViewFlowLayout;
     using RectHandler = std::function<void(const CGRect& rect)>;
 
@@ -46,26 +45,11 @@ public:
 
     const std::shared_ptr<ListPresentation> presentation;
     const std::shared_ptr<ExifDataListDataSource> dataSource;
-    QPointer<UICollectionView> collectionView; ///< Made with the view.
-    QPointer<UIRefreshControl> refreshControl;
-    std::set<Record> selectedItems;            ///< Of the selection mode.
-    std::optional<IndexPath> currentIndexPath; ///< Where to scroll when the screen is shown again.
-    bool shouldScrollOnNextViewAppear = false; ///< Whether to.
-    std::weak_ptr<UIViewController> exifPhotoDetailViewController;
-    QPointer<QAbstractButton> filterCustomButton, leftBarButton;
-
-    QPointer<UIPanGestureRecognizer> panGesture;    ///< Selects a range.
-    QPointer<UIGestureRecognizer> longPressGesture; ///< Intended: none is made.
-    bool isSwipeSelecting = false;
-    bool isSelectingInPanGestureMode = false; ///< The pan selects; otherwise it deselects.
-    std::optional<IndexPath> panGestureStartingSelectedIndexPath;
-    std::optional<IndexPath> previouslySelectedIndexPath;
-    CGRect previousPreheatRect; ///< Where thumbnails are made ahead, in content coordinates.
-    CGSize thumbnailSize;       ///< Of those, in pixels.
 
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
     void viewDidAppear(bool animated) override;
+    void viewDidDisappear(bool animated) override;
     void viewWillTransitionToSize(CGSize size, bool isComplete) override;
     void traitCollectionDidChange(const UITraitCollection& previous) override;
 
@@ -119,10 +103,6 @@ public:
     std::vector<PHAssetPtr> assetsAtIndexPaths(const std::vector<IndexPath>& indexPaths) const;
     void requestToDownloadiCloudAssetAtCell(ExifDataCollectionListViewCell& cell) override;
 
-    virtual void updateMapViewVisiblity() {} // From here on, hooks.
-    virtual void updateBottomBarUI() {}
-    virtual void updateNavigationTitleUI() {}
-    virtual void didTapOnShowOrHideFilterView() {}
     void didTapOnFrontSideImageView(IndexPath) override {}
     void didTapOnBackSideImageView(IndexPath) override {}
     void didTapOnShareAsEXIFCard(IndexPath) override {}
@@ -135,11 +115,15 @@ protected:
 
 private:
     std::optional<IndexPath> indexPathUnderFinger(const UIGestureRecognizer& recognizer) const;
+    void beginRangeAt(std::optional<IndexPath> start);
     void panMovedTo(IndexPath current);
     void setSelected(IndexPath indexPath, bool isSelected);
     void registerCells();
     void showRecord(ExifDataCollectionListViewCell& card, IndexPath indexPath);
     void downloadEnded(const Record& record, const Record& downloaded);
+    void offerDownloadAgain(const Record& record);
+    std::shared_ptr<BlockOperation> downloadOperation(const Record& record);
+    void takeDownloaded(const Record& record, const Record& downloaded);
     bool takesKey(const QKeyEvent& event) const;
     void press(const QKeyEvent& event);
 

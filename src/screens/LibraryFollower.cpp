@@ -17,11 +17,11 @@ namespace {
 
 constexpr std::chrono::milliseconds kBetweenReloads{1000};
 
+} // namespace
+
 bool isReadable(PHAuthorizationStatus status) {
     return status == PHAuthorizationStatus::Authorized || status == PHAuthorizationStatus::Limited;
 }
-
-} // namespace
 
 /// What the library knows of a follower, so that no queue of it ever holds a screen.
 class LibraryFollower::Observer : public PHPhotoLibraryChangeObserver {
@@ -97,9 +97,15 @@ void LibraryFollower::libraryDidChange(const PHChange& change) {
     takeWaitingChange();
 }
 
+void LibraryFollower::resume() {
+    _isPaused = false;
+    takeWaitingChange();
+}
+
 void LibraryFollower::takeWaitingChange() {
     const auto screen = _screen.lock();
-    if (!screen || !_waitingChange || _isComparing || screen->dataSource->isLoading()) {
+    if (!screen || !_waitingChange || _isComparing || _isPaused || screen->dataSource->isLoading() ||
+        waitsForNextReload()) {
         return;
     }
     _isComparing = true;
@@ -121,40 +127,38 @@ void LibraryFollower::changeArrived(const PHChange& change, const RecordsOfChang
         return;
     }
     if (!records.listed.isStillListed(*screen->dataSource)) {
-        libraryDidChange(change); // The list became another one meanwhile.
-        return;
-    }
-    if (records.needsReload) {
-        reloadSoon(change, records);
+        // The list became another one meanwhile. A newer change tells of this one too.
+        _waitingChange = _waitingChange ? _waitingChange : change;
+    } else if (records.needsReload) {
+        _lastReload = Clock::now();
+        screen->dataSource->replaceFetchResult(records.fetchResultAfterChanges);
     } else if (records.fetchResultAfterChanges) {
-        records.apply(*screen->dataSource);
+        if (records.apply(*screen->dataSource)) {
+            _lastReload = Clock::now();
+        }
         screen->followSelection();
     }
-    if (!_isReloadDue) {
-        takeWaitingChange();
-    }
+    takeWaitingChange();
 }
 
-void LibraryFollower::reloadSoon(const PHChange& change, const RecordsOfChange& records) {
-    const auto screen = _screen.lock();
+/// An import tells of many changes; the list takes them in together, so that it can be used meanwhile.
+bool LibraryFollower::waitsForNextReload() {
     const auto now = Clock::now();
     if (!_lastReload || now - *_lastReload >= kBetweenReloads) {
-        _lastReload = now;
-        screen->dataSource->replaceFetchResult(records.fetchResultAfterChanges);
-        return;
+        return false;
     }
-    _waitingChange = change;
     if (std::exchange(_isReloadDue, true)) {
-        return;
+        return true;
     }
     const auto rest =
         std::chrono::duration_cast<std::chrono::milliseconds>(*_lastReload + kBetweenReloads - now);
-    QTimer::singleShot(rest + std::chrono::milliseconds(1), screen.get(), [weak = weak_from_this()] {
+    QTimer::singleShot(rest + std::chrono::milliseconds(1), _screen.lock().get(), [weak = weak_from_this()] {
         if (const auto self = weak.lock()) {
             self->_isReloadDue = false;
             self->takeWaitingChange();
         }
     });
+    return true;
 }
 
 std::optional<EmptyListReason> LibraryFollower::reasonForEmptyList() const {

@@ -15,6 +15,9 @@ class ExifDataListViewController;
 enum class EmptyListReason;
 struct RecordsOfChange;
 
+/// Whether photos may be read: all of them, or those that the user chose.
+bool isReadable(PHAuthorizationStatus status);
+
 /// Keeps a list screen in step with the photo library and with what the user decides about access to it.
 ///
 /// Main queue; changes are looked at and their records built on another. A change is taken in while nothing
@@ -30,8 +33,11 @@ public:
     void start();
     void stop();
     void libraryDidChange(const PHChange& change);
-    /// Takes in what came while a page was read.
+    /// Takes in what came meanwhile, at most once a second.
     void takeWaitingChange();
+    /// While the screen is out of sight, changes wait. One that was never seen follows all the same.
+    void pause() { _isPaused = true; }
+    void resume();
     /// Why the list shows no photo; nothing while it does, or may yet.
     std::optional<EmptyListReason> reasonForEmptyList() const;
 
@@ -42,7 +48,7 @@ private:
     void noteAuthorization();
     void observeLibrary();
     void changeArrived(const PHChange& change, const RecordsOfChange& records);
-    void reloadSoon(const PHChange& change, const RecordsOfChange& records);
+    bool waitsForNextReload();
 
     std::weak_ptr<ExifDataListViewController> _screen;
     std::shared_ptr<Observer> _observer;
@@ -50,7 +56,8 @@ private:
     PHAuthorizationStatus _status = PHAuthorizationStatus::NotDetermined;
     std::optional<PHChange> _waitingChange;
     bool _isComparing = false;
-    bool _isReloadDue = false;
+    bool _isPaused = false;
+    bool _isReloadDue = false; ///< A timer takes what waits.
     std::optional<Clock::time_point> _lastReload;
 };
 

@@ -18,8 +18,8 @@ public:
     LoadedEnd(const ListedAssets& listed, const PHAssetChangeDetails& details)
         : _isEverythingLoaded(!listed.hasMore) {
         const auto removed = std::ranges::count_if(
-            details.removedIndexes, [&](std::size_t index) { return index < listed.loadedCount; });
-        _position = listed.loadedCount - static_cast<std::size_t>(removed);
+            details.removedIndexes, [&](std::size_t index) { return index < listed.records.size(); });
+        _position = listed.records.size() - static_cast<std::size_t>(removed);
     }
 
     /// Whether what stands there is for a later page.
@@ -49,20 +49,23 @@ std::string identifierOf(const ExifManager::Record& record) {
 } // namespace
 
 ListedAssets ListedAssets::ofDataSource(const ExifDataListDataSource& dataSource) {
-    ListedAssets listed{.fetchResult = dataSource.fetchResult,
-        .identifiers = {},
-        .loadedCount = dataSource.unFilteredExifDataItemsArray.size(),
+    return {.fetchResult = dataSource.fetchResult,
+        .records = dataSource.unFilteredExifDataItemsArray,
         .hasMore = dataSource.hasMoreExifObjects,
         .generation = dataSource.generation()};
-    for (const auto& record : dataSource.unFilteredExifDataItemsArray) {
-        listed.identifiers.insert(identifierOf(record));
+}
+
+std::unordered_set<std::string> ListedAssets::identifiers() const {
+    std::unordered_set<std::string> found;
+    for (const auto& record : records) {
+        found.insert(identifierOf(record));
     }
-    return listed;
+    return found;
 }
 
 bool ListedAssets::isStillListed(const ExifDataListDataSource& dataSource) const {
     return generation == dataSource.generation() && fetchResult == dataSource.fetchResult &&
-           loadedCount == dataSource.unFilteredExifDataItemsArray.size() && !dataSource.isLoading();
+           records.size() == dataSource.unFilteredExifDataItemsArray.size() && !dataSource.isLoading();
 }
 
 RecordsOfChange RecordsOfChange::compare(const PHChange& change, ListedAssets listedAssets) {
@@ -76,11 +79,13 @@ RecordsOfChange RecordsOfChange::compare(const PHChange& change, ListedAssets li
     }
     records.fetchResultAfterChanges = details->fetchResultAfterChanges;
     LoadedEnd end(listed, *details);
+    const auto identifiers = listed.identifiers();
+    records.hasBlankRecords = identifiers.contains(std::string());
     std::vector<PHAssetPtr> inserted;
     for (std::size_t position = 0; position < details->insertedIndexes.size(); ++position) {
         const bool isTaken = end.takeInsertion(details->insertedIndexes[position]);
         const auto& asset = details->insertedObjects[position];
-        if (isTaken && asset && !listed.identifiers.contains(asset->localIdentifier)) {
+        if (isTaken && asset && !identifiers.contains(asset->localIdentifier)) {
             inserted.push_back(asset);
         }
     }
@@ -91,12 +96,12 @@ RecordsOfChange RecordsOfChange::compare(const PHChange& change, ListedAssets li
         return records;
     }
     for (const PHAssetPtr& asset : details->removedObjects) {
-        if (asset && listed.identifiers.contains(asset->localIdentifier)) {
+        if (asset && identifiers.contains(asset->localIdentifier)) {
             records.removed.insert(asset->localIdentifier);
         }
     }
     for (const PHAssetPtr& asset : details->changedObjects) {
-        if (asset && listed.identifiers.contains(asset->localIdentifier)) {
+        if (asset && identifiers.contains(asset->localIdentifier)) {
             records.changed.emplace(asset->localIdentifier, ExifManager::exifInformationFromPHAssett(asset));
         }
     }
@@ -106,21 +111,24 @@ RecordsOfChange RecordsOfChange::compare(const PHChange& change, ListedAssets li
     return records;
 }
 
-void RecordsOfChange::apply(ExifDataListDataSource& dataSource) const {
+bool RecordsOfChange::apply(ExifDataListDataSource& dataSource) const {
     dataSource.fetchResult = fetchResultAfterChanges;
     if (isEmpty()) {
-        return;
+        return false;
     }
-    auto& all = dataSource.unFilteredExifDataItemsArray;
+    auto all = dataSource.unFilteredExifDataItemsArray;
     all.insert(all.end(), inserted.begin(), inserted.end());
     for (auto& record : all) {
         if (const auto found = changed.find(identifierOf(record)); found != changed.end()) {
             record = found->second;
         }
     }
-    std::erase_if(all, [this](const auto& record) { return removed.contains(identifierOf(record)); });
-    dataSource.exifDataItemsArray = ExifManager::exifDataItemsArrayAndFilterFromExifArray(all);
-    dataSource.reloadCollectionView();
+    std::erase_if(all, [this](const auto& record) {
+        // What was deleted before its page was read has no asset. It stands in no result any more.
+        return !record->phAsset || removed.contains(record->phAsset->localIdentifier);
+    });
+    dataSource.replaceRecords(std::move(all));
+    return true;
 }
 
 } // namespace exifcard

@@ -3,11 +3,11 @@
 #include "library/ExifManager.h"
 #include "platform/photos/PHChange.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string>
+#include <unordered_set>
 
 namespace exifcard {
 
@@ -18,11 +18,12 @@ struct ListedAssets {
     static ListedAssets ofDataSource(const ExifDataListDataSource& dataSource);
 
     PHAssetFetchResultPtr fetchResult;
-    std::set<std::string, std::less<>> identifiers;
-    std::size_t loadedCount = 0; ///< So many from the start of the fetch result are in the list.
+    ExifManager::Records records; ///< Unfiltered: so many from the start of the fetch result.
     bool hasMore = false;
     std::uint64_t generation = 0;
 
+    /// Of their assets; an empty one of a record without.
+    std::unordered_set<std::string> identifiers() const;
     /// Whether the list is still that one.
     bool isStillListed(const ExifDataListDataSource& dataSource) const;
 };
@@ -39,9 +40,14 @@ struct RecordsOfChange {
     std::map<std::string, ExifManager::Record, std::less<>> changed;
     ExifManager::Records inserted;
 
-    bool isEmpty() const { return removed.empty() && changed.empty() && inserted.empty(); }
+    bool hasBlankRecords = false; ///< Some listed ones have no asset, and are taken out.
+
+    bool isEmpty() const {
+        return removed.empty() && changed.empty() && inserted.empty() && !hasBlankRecords;
+    }
     /// Takes them into both lists of the data source. Main queue.
-    void apply(ExifDataListDataSource& dataSource) const;
+    /// @return Whether it shows other records now.
+    bool apply(ExifDataListDataSource& dataSource) const;
 };
 
 } // namespace exifcard

@@ -57,7 +57,7 @@ std::unique_ptr<QWidget> StickerPhotosExifViewController::loadView() {
         NSLayoutConstraint(*interface.advancedHolderView, NSLayoutConstraint::Attribute::Height);
     includeExifAsTextSwitch = interface.includeExifAsTextSwitch;
     fillOptionStrip(interface);
-    connect(interface.includeExifAsTextSwitch, &UISwitch::toggled, this,
+    connect(interface.includeExifAsTextSwitch, &UISwitch::valueChanged, this,
         &StickerPhotosExifViewController::includeTextAsSwitchValueChanged);
     return screen;
 }
@@ -112,36 +112,25 @@ void StickerPhotosExifViewController::sendPhotoWithEXIF(const Record& record) {
     if (!conversation || !record) {
         return;
     }
-    _waitingToBeSent.push_back(record);
-    if (_waitingToBeSent.size() == 1) {
-        sendNext();
-    }
-}
-
-void StickerPhotosExifViewController::sendNext() {
-    const Record record = _waitingToBeSent.front();
     const auto kept =
         keptOffOtherQueues(std::static_pointer_cast<StickerPhotosExifViewController>(shared_from_this()));
-    PhotoSending(conversation, messagesViewController.lock())
-        .sendPhotoWithEXIF(
-            record,
-            [asset = record->phAsset](const auto& resultHandler) { requestImageData(asset, resultHandler); },
-            [kept, record](const PhotoSendingResult& result) {
-                DispatchQueue::mainQueue().async(
-                    [kept, record, result] { kept->sendingEnded(record, result); });
-            });
+    PhotoSending sending(conversation, messagesViewController.lock());
+    sending.setInsertionTurn(
+        [kept](std::function<void()> insertion) { kept->_insertions.wait(std::move(insertion)); });
+    sending.sendPhotoWithEXIF(
+        record,
+        [asset = record->phAsset](const auto& resultHandler) { requestImageData(asset, resultHandler); },
+        [kept, record](const PhotoSendingResult& result) {
+            DispatchQueue::mainQueue().async([kept, record, result] { kept->sendingEnded(record, result); });
+        });
 }
 
 void StickerPhotosExifViewController::sendingEnded(const Record& record, const PhotoSendingResult& result) {
-    _waitingToBeSent.pop_front();
-    if (!_waitingToBeSent.empty()) {
-        sendNext();
-    }
-    if (!sendingObserver) {
-        return;
-    }
     const auto self = std::static_pointer_cast<StickerPhotosExifViewController>(shared_from_this());
-    sendingObserver({record, result, [self, record] { self->sendPhotoWithEXIF(record); }});
+    _insertions.ended();
+    if (sendingObserver) {
+        sendingObserver({record, result, [self, record] { self->sendPhotoWithEXIF(record); }});
+    }
 }
 
 } // namespace exifcard

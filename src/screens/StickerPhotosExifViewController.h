@@ -2,11 +2,11 @@
 
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "screens/ExifDataListViewController.h"
+#include "screens/InsertionQueue.h"
 #include "screens/SendingOutcome.h"
 
 #include <QPointer>
 
-#include <deque>
 #include <memory>
 #include <vector>
 
@@ -40,8 +40,8 @@ public:
     /// Shows the strip below an album, and hides it below all photos.
     void updateAdvancedViewUI();
     void includeTextAsSwitchValueChanged(bool isOn);
-    /// Photos are sent one after the other, so that the last one tapped is the one in the field. One under
-    /// way keeps the screen.
+    /// Each photo is asked for at once, and goes into the field, with its text, as soon as it is there and
+    /// none other is being put in. One under way keeps the screen.
     void sendPhotoWithEXIF(const Record& record);
     /// Intended: an experiment that nothing calls. Loads the 24th of the albums by title, if there are as
     /// many.
@@ -52,10 +52,9 @@ protected:
 
 private:
     void load(const PHAssetCollectionPtr& album);
-    void sendNext();
     void sendingEnded(const Record& record, const PhotoSendingResult& result);
 
-    std::deque<Record> _waitingToBeSent; // The first one is under way.
+    InsertionQueue _insertions;
 };
 
 } // namespace exifcard

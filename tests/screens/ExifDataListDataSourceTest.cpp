@@ -2,14 +2,19 @@
 
 #include "hud/MBProgressHUD.h"
 #include "metadata/ExifInformation.h"
+#include "platform/foundation/DispatchQueue.h"
 #include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIStoryboard.h"
 #include "screens/ScreenTest.h"
 #include "settings/PersistanceManager.h"
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <set>
 #include <thread>
+#include <utility>
 
 namespace exifcard {
 namespace {
@@ -54,6 +59,93 @@ TEST_F(ExifDataListDataSourceTest, EndsALoadAtOnceWhileAnotherRuns) {
     EXPECT_EQ(completions, 1);
     waitUntil([&] { return completions == 11; });
     EXPECT_EQ(screen->dataSource->exifDataItemsArray.size(), 60U);
+}
+
+TEST_F(ExifDataListDataSourceTest, EndsALoadAtOnceWhileTheLibraryIsAsked) {
+    addPhotos(60);
+    const auto screen = list(std::make_shared<ChosenPresentation>(0), 375, 0);
+    screen->refresh();
+    int completions = 0;
+    screen->dataSource->loadMoreResultsWithCompletionBlock([&] { ++completions; });
+    EXPECT_EQ(completions, 1);
+    EXPECT_FALSE(screen->dataSource->isLoadingMoreExifObjects);
+    waitUntil([&] { return screen->completions == 2; });
+    EXPECT_EQ(screen->dataSource->unFilteredExifDataItemsArray.size(), 50U);
+}
+
+TEST_F(ExifDataListDataSourceTest, TakesBackThePrefetchOfTheRecordThatStoodThere) {
+    addPhotos(2, "canon-40d-northwest-rating5.jpg");
+    const auto screen = list(std::make_shared<ChosenPresentation>(0), 375, 0);
+    auto& dataSource = *screen->dataSource;
+    const auto record = dataSource.exifDataItemsArray[0];
+    const IndexPath first[] = {{0, 0}, {0, 9}};
+    dataSource.prefetchItemsAtIndexPaths(*screen->collectionView, first);
+    EXPECT_TRUE(record->imageFetchCompletionHandler);
+    std::swap(dataSource.exifDataItemsArray[0], dataSource.exifDataItemsArray[1]);
+    dataSource.cancelPrefetchingForItemsAtIndexPaths(*screen->collectionView, first);
+    EXPECT_FALSE(record->imageFetchCompletionHandler);
+}
+
+class OpenRequestsTest : public ExifDataListDataSourceTest {
+protected:
+    OpenRequestsTest() {
+        addPhotos(60);
+        UIStoryboard::registerScene("ExifDetails", "ExifPhotoDetailViewControllerID",
+            [] { return std::make_shared<ExifDataListViewController>(); });
+        screen = list(std::make_shared<ChosenPresentation>(0), 375, 0);
+        navigation = std::make_shared<UINavigationController>(screen);
+        navigation->view();
+    }
+    ~OpenRequestsTest() override {
+        UIStoryboard::registerScene("ExifDetails", "ExifPhotoDetailViewControllerID", {});
+    }
+    /// Carries out what was asked for, and answers the screen that it opened.
+    std::shared_ptr<ExifDataListViewController> opened() const {
+        screen->dataSource->checkAndGoToExifDetailsScreenForPHAssetID();
+        waitUntil([&] { return navigation->viewControllers().size() == 2; });
+        const auto found =
+            std::dynamic_pointer_cast<ExifDataListViewController>(navigation->viewControllers().back());
+        EXPECT_EQ(screen->exifPhotoDetailViewController.lock(), found);
+        screen->dataSource->popFromDetailViewControllers();
+        EXPECT_EQ(navigation->viewControllers().back(), screen);
+        return found;
+    }
+    static std::string identifierOf(const std::string& name) { return assetNamed(name)->localIdentifier; }
+
+    std::shared_ptr<WholeLibraryScreen> screen;
+    std::shared_ptr<UINavigationController> navigation;
+};
+
+TEST_F(OpenRequestsTest, OpensPhotosThatArePagedThrough) {
+    auto& dataSource = *screen->dataSource;
+    dataSource.onLoadOpenPHAssetIDsArray = {identifierOf("5.jpg"), "none", identifierOf("7.jpg")};
+    dataSource.onLoadOpenPHAssetIDsArrayCurrentIndexPosition = 1;
+    const auto detail = opened();
+    EXPECT_THAT(namesOf(detail->dataSource->exifDataItemsArray), ElementsAre("5.jpg", "7.jpg"));
+    EXPECT_EQ(detail->currentIndexPath, (IndexPath{0, 1}));
+    EXPECT_TRUE(dataSource.onLoadOpenPHAssetIDsArray.empty());
+}
+
+TEST_F(OpenRequestsTest, OpensARecordAndAPhotoThatIsNotListed) {
+    auto& dataSource = *screen->dataSource;
+    dataSource.onLoadOpenEXIFInformation = dataSource.exifDataItemsArray[2];
+    EXPECT_THAT(namesOf(opened()->dataSource->exifDataItemsArray), ElementsAre("57.jpg"));
+    EXPECT_EQ(dataSource.onLoadOpenEXIFInformation, nullptr);
+    dataSource.onLoadOpenPHAssetID = identifierOf("2.jpg"); // Of the page that was not read yet.
+    EXPECT_THAT(namesOf(opened()->dataSource->exifDataItemsArray), ElementsAre("2.jpg"));
+    EXPECT_EQ(dataSource.onLoadOpenPHAssetID, "");
+}
+
+TEST_F(OpenRequestsTest, TapsAListedPhotoAndForgetsOneThatIsNowhere) {
+    screen->presentation->setViewType(3);
+    auto& dataSource = *screen->dataSource;
+    dataSource.onLoadOpenPHAssetID = identifierOf("58.jpg");
+    dataSource.checkAndGoToExifDetailsScreenForPHAssetID();
+    EXPECT_TRUE(screen->selectedItems.contains(dataSource.exifDataItemsArray[1]));
+    dataSource.onLoadOpenPHAssetID = "none";
+    dataSource.checkAndGoToExifDetailsScreenForPHAssetID();
+    EXPECT_EQ(dataSource.onLoadOpenPHAssetID, "");
+    EXPECT_EQ(navigation->viewControllers().size(), 1U);
 }
 
 TEST_F(ExifDataListDataSourceTest, ShowsEachPhotoOnceHoweverOftenItIsRefreshed) {

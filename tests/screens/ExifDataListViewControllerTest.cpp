@@ -3,10 +3,12 @@
 #include "cards/ExifGridCollectionViewCell.h"
 #include "cards/ExifGridWithDetailsCollectionViewCell.h"
 #include "cards/LoadingMoreCollectionViewCell.h"
+#include "library/QueueManager.h"
 #include "metadata/ExifInformation.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIRefreshControl.h"
+#include "platform/uikit/UIStoryboard.h"
 #include "platform/uikit/UITraitCollection.h"
 #include "screens/EmptyStateView.h"
 #include "screens/ListScreenRequests.h"
@@ -16,6 +18,8 @@
 #include <gmock/gmock.h>
 
 #include <QTest>
+
+#include <atomic>
 
 namespace exifcard {
 namespace {
@@ -177,6 +181,42 @@ TEST_F(ExifDataListViewControllerTest, SelectsARangeByPanningSideways) {
     mouse(release, *screen, 7);
 }
 
+TEST_F(ExifDataListViewControllerTest, BeginsARangeAtTheFirstItemThatAPanReaches) {
+    addPhotos(12);
+    const auto screen = list(std::make_shared<ChosenPresentation>(3));
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    QWidget* const viewport = screen->collectionView->viewport();
+    const QRect first = screen->collectionView->cellForItemAtIndexPath({0, 0})->geometry();
+    press(viewport, {0, first.center().y()}); // In the margin, and with less than its width to go.
+    QTest::mouseMove(viewport, {2, first.center().y()});
+    ASSERT_TRUE(screen->isSwipeSelecting);
+    screen->panGestureStartingSelectedIndexPath.reset(); // As where a wider margin was pressed.
+    screen->selectedItems.clear();
+    screen->previouslySelectedIndexPath.reset();
+    mouse(move, *screen, 1);
+    mouse(move, *screen, 3);
+    EXPECT_THAT(selection(*screen), ElementsAre(1, 2, 3));
+    mouse(release, *screen, 3);
+}
+
+TEST_F(ExifDataListViewControllerTest, GoesInTheMiddleOfAPan) {
+    addPhotos(12);
+    auto screen = list(std::make_shared<ChosenPresentation>(3));
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    mouse(press, *screen, 4);
+    ASSERT_TRUE(screen->isSwipeSelecting);
+    const QPointer<UICollectionView> view = screen->collectionView;
+    const std::weak_ptr<WholeLibraryScreen> weak = screen;
+    screen.reset();
+    EXPECT_TRUE(weak.expired());
+    ASSERT_TRUE(view); // It goes a turn later.
+    QTest::mouseMove(view->viewport(), {200, 60});
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, {200, 60});
+    waitUntil([&] { return view.isNull(); });
+}
+
 TEST_F(ExifDataListViewControllerTest, LeavesTheSelectionModeWithNothingSelected) {
     addPhotos(3);
     const auto presentation = std::make_shared<ChosenPresentation>(3);
@@ -188,6 +228,7 @@ TEST_F(ExifDataListViewControllerTest, LeavesTheSelectionModeWithNothingSelected
     screen->navigationItem().leftBarButton()->click();
     EXPECT_TRUE(screen->selectedItems.empty());
     EXPECT_EQ(presentation->viewType(), 1U);
+    screen->cancelSelectionsAndRefreshUI();
     EXPECT_EQ(screen->navigationItem().leftBarButton(), nullptr);
     EXPECT_FALSE(screen->collectionView->allowsMultipleSelection());
 }
@@ -304,6 +345,77 @@ TEST_F(ExifDataListViewControllerTest, BringsAnOriginalThatLiesElsewhereAndOffer
     EXPECT_EQ(screen->dataSource->unFilteredExifDataItemsArray.at(0), downloaded);
     EXPECT_TRUE(screen->selectedItems.contains(downloaded));
     waitUntil([&] { return cell->exifInfo() == downloaded; });
+}
+
+TEST_F(ExifDataListViewControllerTest, OffersADownloadAgainWhoseCardWasNeededBeforeItsTurn) {
+    addElsewhere("canon-40d-northwest-rating5.jpg");
+    const auto screen = list(std::make_shared<ListPresentation>());
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    const auto record = screen->dataSource->exifDataItemsArray.at(0);
+    DispatchSemaphore isDone(0);
+    std::atomic<int> releases = 0;
+    auto& queue = QueueManager::sharedInstance().imageTransferOperationQueue;
+    for (int place = 0; place < 8; ++place) {
+        queue.addOperation(BlockOperation::blockOperationWithBlock([&] {
+            isDone.wait();
+            ++releases;
+        }));
+    }
+    ExifGridCollectionViewCell cell; // Another one than the list shows.
+    screen->requestToDownloadiCloudAssetAtCell(cell);
+    EXPECT_EQ(record->iCloudDownloadProgress, 0);
+    screen->collectionView->hide();
+    screen->collectionView->setDataSource({});
+    screen->collectionView->layoutIfNeeded(); // So that no card shows it.
+    cell.prepareForReuse();
+    waitUntil([&] { return record->iCloudDownloadProgress == -1; });
+    EXPECT_FALSE(record->hasForceDownloadedImageResultFromCloud);
+    for (int place = 0; place < 8; ++place) {
+        isDone.signal();
+    }
+    waitUntil([&] { return releases == 8; });
+    EXPECT_EQ(screen->dataSource->exifDataItemsArray.at(0), record);
+    screen->requestToDownloadiCloudAssetAtCell(cell);
+    waitUntil([&] { return screen->dataSource->exifDataItemsArray.at(0) != record; });
+}
+
+TEST_F(ExifDataListViewControllerTest, HidesWhatADownloadShowsToBeWithoutExif) {
+    addElsewhere("hostile-header.jpg");
+    PersistanceManager::sharedInstance().setShouldHidePhotosWithoutExifDetails(true);
+    const auto screen = list(std::make_shared<ListPresentation>());
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    ASSERT_EQ(screen->dataSource->exifDataItemsArray.size(), 1U);
+    ExifGridCollectionViewCell cell;
+    screen->requestToDownloadiCloudAssetAtCell(cell);
+    waitUntil([&] { return screen->dataSource->exifDataItemsArray.empty(); });
+    EXPECT_EQ(screen->dataSource->unFilteredExifDataItemsArray.size(), 1U);
+    EXPECT_TRUE(screen->collectionView->visibleCells().empty());
+}
+
+TEST_F(ExifDataListViewControllerTest, LooksUpTheScreenOfAPressedPhoto) {
+    addPhotos(3);
+    const auto screen = list(std::make_shared<ListPresentation>());
+    screen->view().show();
+    waitUntilLoaded(*screen);
+    const auto frame =
+        screen->collectionView->collectionViewLayout().layoutAttributesForItemAtIndexPath({0, 2});
+    const CGPoint place = {frame->frame.origin.x + 20, frame->frame.origin.y + 20};
+    EXPECT_EQ(screen->viewControllerForLocation(place), nullptr); // Nobody has such a screen.
+    UIStoryboard::registerScene("ExifDetails", "ExifPhotoDetailViewControllerID",
+        [] { return std::make_shared<ExifDataListViewController>(); });
+    EXPECT_EQ(screen->viewControllerForLocation({1, 1}), nullptr);
+    const auto detail =
+        std::dynamic_pointer_cast<ExifDataListViewController>(screen->viewControllerForLocation(place));
+    ASSERT_NE(detail, nullptr);
+    EXPECT_EQ(detail->currentIndexPath, (IndexPath{0, 2}));
+    EXPECT_EQ(detail->dataSource->exifDataItemsArray, screen->dataSource->exifDataItemsArray);
+    const auto navigation = std::make_shared<UINavigationController>(screen);
+    navigation->view();
+    screen->commitViewController(detail);
+    EXPECT_EQ(navigation->viewControllers().back(), detail);
+    UIStoryboard::registerScene("ExifDetails", "ExifPhotoDetailViewControllerID", {});
 }
 
 TEST_F(ExifDataListViewControllerTest, ObeysItsKeys) {

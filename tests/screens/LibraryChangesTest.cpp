@@ -6,6 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QElapsedTimer>
+
+#include <algorithm>
 #include <set>
 
 namespace exifcard {
@@ -105,6 +108,52 @@ TEST_F(LibraryChangesTest, BeginsAnewWithMoreThanAHundredNewPhotos) {
     addPhotos(101); // Within the same second: later, but not lost.
     waitUntil([&] { return namesOf(shown(*screen)).front() == "304.jpg"; });
     expectInStep(*screen, 305);
+}
+
+TEST_F(LibraryChangesTest, DropsAPhotoThatWasDeletedBeforeItsPageWasRead) {
+    addPhotos(60);
+    const auto screen = list(std::make_shared<ChosenPresentation>(0), 375, 0);
+    auto& dataSource = *screen->dataSource;
+    const auto asset = shown(*screen)[3]->phAsset;
+    dataSource.unFilteredExifDataItemsArray[3] = ExifInformation::init(); // As it is read of an asset gone.
+    dataSource.filterLoadedRecords();
+    remove({assetNamed(nameOf(*asset))});
+    waitUntil([&] { return shown(*screen).size() == 49; });
+    EXPECT_TRUE(
+        std::ranges::all_of(shown(*screen), [](const auto& record) { return record->phAsset != nullptr; }));
+    expectInStep(*screen, 59);
+}
+
+TEST_F(LibraryChangesTest, TakesInTheChangesOfAnImportOnceASecond) {
+    const auto screen = list(std::make_shared<ChosenPresentation>(0), 375, 0);
+    const int reloads = screen->reloads;
+    QElapsedTimer clock;
+    clock.start();
+    for (std::size_t count = 1; count <= 12; ++count) {
+        addPhotos(1);
+        const qint64 next = clock.elapsed() + 100;
+        waitUntil([&] { return clock.elapsed() >= next; });
+    }
+    waitUntil([&] { return shown(*screen).size() == 12; });
+    EXPECT_LE(screen->reloads - reloads, 2 + clock.elapsed() / 1000);
+}
+
+TEST_F(LibraryChangesTest, LetsChangesWaitWhileItsScreenIsOutOfSight) {
+    addPhotos(2);
+    const auto hidden = list(std::make_shared<ChosenPresentation>(0));
+    hidden->beginAppearanceTransition(true, false);
+    hidden->endAppearanceTransition();
+    hidden->beginAppearanceTransition(false, false);
+    hidden->endAppearanceTransition();
+    const auto seen = list(std::make_shared<ChosenPresentation>(0));
+    addPhotos(1);
+    waitUntil([&] { return shown(*seen).size() == 3; });
+    remove({assetNamed("0.jpg")});
+    waitUntil([&] { return shown(*seen).size() == 2; });
+    EXPECT_THAT(namesOf(shown(*hidden)), ElementsAre("1.jpg", "0.jpg"));
+    hidden->beginAppearanceTransition(true, false);
+    hidden->endAppearanceTransition();
+    waitUntil([&] { return namesOf(shown(*hidden)) == namesOf(shown(*seen)); });
 }
 
 TEST_F(LibraryChangesTest, TellsWhenTheLastPhotoHasGone) {

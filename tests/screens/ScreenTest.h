@@ -36,7 +36,9 @@ public:
         : ExifDataListViewController(std::move(listPresentation)) {}
 
     void refresh() override;
+    void updateMapViewVisiblity() override { ++reloads; }
 
+    int reloads = 0;
     int completions = 0; ///< Of its refreshes.
 };
 

