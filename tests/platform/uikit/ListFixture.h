@@ -22,7 +22,6 @@ class RecordingSource : public UICollectionViewDataSource,
                         public UICollectionViewDelegateFlowLayout {
 public:
     std::vector<std::size_t> counts = {0};
-    std::vector<std::string> models; ///< What the items of section 0 show; empty where that has no name.
     std::function<CGSize(IndexPath)> sizeOfItem; ///< The layout's own where empty.
     std::vector<std::string> record;
     std::size_t cellsMade = 0;
@@ -43,16 +42,6 @@ public:
             onCell(indexPath);
         }
         return &cell;
-    }
-    std::optional<std::string> modelIdentifierForElementAtIndexPath(IndexPath indexPath) const override {
-        return indexPath.item < models.size() ? std::optional(models[indexPath.item]) : std::nullopt;
-    }
-    std::optional<IndexPath> indexPathForElementWithModelIdentifier(
-        const std::string& identifier) const override {
-        const auto found = std::ranges::find(models, identifier);
-        return found == models.end()
-                   ? std::nullopt
-                   : std::optional(IndexPath{0, static_cast<std::size_t>(found - models.begin())});
     }
     UICollectionReusableView* viewForSupplementaryElementOfKind(
         UICollectionView& list, std::string_view kind, IndexPath indexPath) override {

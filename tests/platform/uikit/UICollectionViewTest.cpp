@@ -19,6 +19,23 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 
+/// A source whose items have names.
+class NamedSource : public RecordingSource {
+public:
+    std::vector<std::string> models;
+
+    std::optional<std::string> modelIdentifierForElementAtIndexPath(IndexPath indexPath) const override {
+        return indexPath.item < models.size() ? std::optional(models[indexPath.item]) : std::nullopt;
+    }
+    std::optional<IndexPath> indexPathForElementWithModelIdentifier(
+        const std::string& identifier) const override {
+        const auto found = std::ranges::find(models, identifier);
+        return found == models.end()
+                   ? std::nullopt
+                   : std::optional(IndexPath{0, static_cast<std::size_t>(found - models.begin())});
+    }
+};
+
 class UICollectionViewTest : public ListFixture {
 protected:
     /// Turns of the main queue until the condition holds; at most five seconds of them.
@@ -144,13 +161,17 @@ TEST_F(UICollectionViewTest, SizesItsItemsAnewWhenItsHeightAloneTurnsItAround) {
 }
 
 TEST_F(UICollectionViewTest, SendsATapToWhatWasPressedWhereverAReloadMovesIt) {
-    source->models = {"a", "b", "c"};
+    const auto named = std::make_shared<NamedSource>();
+    source = named;
+    list.setDataSource(named);
+    list.setDelegate(named);
+    named->models = {"a", "b", "c"};
     showRows(3);
     const QPoint place = middleOf(1);
     const auto pressAndReloadWith = [&](std::vector<std::string> models) {
         QTest::mousePress(list.viewport(), Qt::LeftButton, {}, place);
         source->counts = {models.size()};
-        source->models = std::move(models);
+        named->models = std::move(models);
         list.reloadData();
         list.layoutIfNeeded();
     };
