@@ -1,7 +1,7 @@
 #include "host/ChoiceSheet.h"
 
 #include "appearance/Apperance.h"
-#include "host/HostColors.h"
+#include "appearance/ThemeColors.h"
 #include "host/HostFont.h"
 #include "platform/uikit/UIColor+Qt.h"
 #include "ui_ChoiceSheet.h"
@@ -30,7 +30,7 @@ ChoiceSheet::ChoiceSheet(
     QPalette colors = palette();
     colors.setColor(QPalette::WindowText, qColor(Apperance::appearanceTextColor()));
     _ui->titleLabel->setPalette(colors);
-    colors.setColor(QPalette::WindowText, qColor(HostColors::secondaryText()));
+    colors.setColor(QPalette::WindowText, qColor(secondaryTextColor()));
     _ui->textLabel->setPalette(colors);
     SheetButton* const buttons[] = {_ui->firstButton, _ui->secondButton, _ui->thirdButton};
     for (std::size_t index = 0; index < std::size(buttons); ++index) {
@@ -95,7 +95,7 @@ void ChoiceSheet::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillRect(rect(), QColor::fromRgbF(0, 0, 0, static_cast<float>(kVeilOpacity)));
-    painter.setPen(QPen(qColor(HostColors::hairline()), 1));
+    painter.setPen(QPen(qColor(hairlineColor()), 1));
     painter.setBrush(qColor(Apperance::appearanceBackgroundColor()));
     painter.drawRoundedRect(QRectF(_ui->card->geometry()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
 }

@@ -1,8 +1,8 @@
 #include "host/ExtensionPanel.h"
 
 #include "appearance/Apperance.h"
+#include "appearance/ThemeColors.h"
 #include "host/CrossFade.h"
-#include "host/HostColors.h"
 #include "host/PanelHandle.h"
 #include "platform/uikit/MSMessagesAppViewController.h"
 #include "platform/uikit/UIColor+Qt.h"
@@ -241,7 +241,7 @@ void ExtensionPanel::paintEvent(QPaintEvent*) {
     QPainterPath outline;
     // The sides and the lower corners lie beyond the window's edge.
     outline.addRoundedRect(QRectF(-0.5, 0.5, width() + 1, height() + 2 * kRadius), kRadius, kRadius);
-    painter.setPen(QPen(qColor(HostColors::hairline()), 1));
+    painter.setPen(QPen(qColor(hairlineColor()), 1));
     painter.setBrush(qColor(Apperance::appearanceBackgroundColor()));
     painter.drawPath(outline);
 }

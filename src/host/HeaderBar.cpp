@@ -1,7 +1,7 @@
 #include "host/HeaderBar.h"
 
 #include "appearance/Apperance.h"
-#include "host/HostColors.h"
+#include "appearance/ThemeColors.h"
 #include "host/HostFont.h"
 #include "host/IconButton.h"
 #include "host/WrappedText.h"
@@ -67,7 +67,7 @@ HeaderBar::HeaderBar(QWidget* parent)
                                               .iconSide = 24,
                                               .discSide = 40,
                                               .disc = {},
-                                              .color = HostColors::secondaryText()},
+                                              .color = secondaryTextColor()},
           qString(localizedString("Conversations")),
           this)) {
     setFixedHeight(kHeight);
@@ -99,8 +99,8 @@ void HeaderBar::mouseReleaseEvent(QMouseEvent*) {
 
 void HeaderBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), qColor(HostColors::chrome()));
-    painter.fillRect(QRect(0, height() - 1, width(), 1), qColor(HostColors::hairline()));
+    painter.fillRect(rect(), qColor(chromeColor()));
+    painter.fillRect(QRect(0, height() - 1, width(), 1), qColor(hairlineColor()));
     const auto mirrored = [this](const QRect& place) {
         return QStyle::visualRect(layoutDirection(), rect(), place);
     };
@@ -119,7 +119,7 @@ void HeaderBar::paintEvent(QPaintEvent*) {
     painter.setPen(qColor(Apperance::appearanceTextColor()));
     name.draw(painter, {static_cast<double>(texts.x()), top}, texts.width(), isMirrored);
     top += name.size().height();
-    painter.setPen(qColor(HostColors::secondaryText()));
+    painter.setPen(qColor(secondaryTextColor()));
     subject.draw(painter, {static_cast<double>(texts.x()), top}, texts.width(), isMirrored);
     if (_progress >= 0) {
         const int filled = static_cast<int>(width() * std::min(_progress, 1.0));

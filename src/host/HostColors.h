@@ -4,11 +4,9 @@
 
 namespace exifcard {
 
-/// The colours of the messaging window that no photo screen has; all others come from `Apperance`.
+/// The colours of the messaging window that no photo screen has; all others come from `Apperance` and
+/// ThemeColors.h.
 struct HostColors {
-    static UIColor secondaryText();
-    static UIColor hairline();
-    static UIColor chrome(); ///< Of the header and of what lies around the input field.
     static UIColor field();
     static UIColor fieldButton();
     static UIColor grabber();

@@ -1,8 +1,11 @@
 #include "host/IconButton.h"
 
 #include "appearance/Apperance.h"
+#include "host/HostColors.h"
+#include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/FocusRing.h"
 #include "platform/uikit/NamedImages.h"
+#include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
 #include <QKeyEvent>
@@ -18,6 +21,15 @@ IconButton::IconButton(Look look, const QString& name, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setFixedSize(sizeHint());
     setCursor(Qt::PointingHandCursor);
+}
+
+IconButton* IconButton::forRemoving(QWidget* parent) {
+    const Look look = {.icon = "closebutton",
+        .iconSide = 14,
+        .discSide = 24,
+        .disc = HostColors::fieldButton(),
+        .color = Apperance::appearanceTextColor()};
+    return new IconButton(look, qString(localizedString("Remove")), parent);
 }
 
 void IconButton::paintEvent(QPaintEvent*) {

@@ -25,6 +25,9 @@ public:
     /// @param name  What a screen reader says, and the tooltip.
     IconButton(Look look, const QString& name, QWidget* parent);
 
+    /// The small cross that takes something out of the input field.
+    static IconButton* forRemoving(QWidget* parent);
+
     QSize sizeHint() const override { return {kSideOfTarget, kSideOfTarget}; }
 
 protected:

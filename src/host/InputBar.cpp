@@ -1,6 +1,7 @@
 #include "host/InputBar.h"
 
 #include "appearance/Apperance.h"
+#include "appearance/ThemeColors.h"
 #include "host/HostColors.h"
 #include "host/HostFont.h"
 #include "host/IconButton.h"
@@ -41,7 +42,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(qColor(HostColors::hairline()), 1));
+        painter.setPen(QPen(qColor(hairlineColor()), 1));
         painter.setBrush(qColor(HostColors::field()));
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kFieldRadius, kFieldRadius);
         if (_isRingShown) {
@@ -58,9 +59,7 @@ public:
     explicit Hairline(QWidget* parent) : QWidget(parent) { setFixedHeight(1); }
 
 protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter(this).fillRect(rect(), qColor(HostColors::hairline()));
-    }
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), qColor(hairlineColor())); }
 };
 
 const ConversationEntry* entryOfKind(
@@ -199,7 +198,7 @@ void InputBar::takeAppearance() {
     QPalette colors = palette();
     colors.setColor(QPalette::Base, Qt::transparent);
     colors.setColor(QPalette::Text, qColor(Apperance::appearanceTextColor()));
-    colors.setColor(QPalette::PlaceholderText, qColor(HostColors::secondaryText()));
+    colors.setColor(QPalette::PlaceholderText, qColor(secondaryTextColor()));
     _line->setPalette(colors);
     _line->setFont(hostFont(15));
     colors.setColor(QPalette::WindowText, qColor(Apperance::appearanceTextColor()));
@@ -209,8 +208,8 @@ void InputBar::takeAppearance() {
 
 void InputBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), qColor(HostColors::chrome()));
-    painter.fillRect(QRect(0, 0, width(), 1), qColor(HostColors::hairline()));
+    painter.fillRect(rect(), qColor(chromeColor()));
+    painter.fillRect(QRect(0, 0, width(), 1), qColor(hairlineColor()));
 }
 
 void InputBar::resizeEvent(QResizeEvent*) {

@@ -1,6 +1,7 @@
 #include "host/PendingPhotoView.h"
 
 #include "appearance/Apperance.h"
+#include "appearance/ThemeColors.h"
 #include "host/HostColors.h"
 #include "host/HostFont.h"
 #include "host/IconButton.h"
@@ -36,13 +37,7 @@ QString lineText(const std::optional<std::string>& text) {
 
 PendingPhotoView::PendingPhotoView(QWidget* parent)
     : QWidget(parent)
-    , _closeButton(new IconButton({.icon = "closebutton",
-                                      .iconSide = 14,
-                                      .discSide = 24,
-                                      .disc = HostColors::fieldButton(),
-                                      .color = Apperance::appearanceTextColor()},
-          qString(localizedString("Remove")),
-          this))
+    , _closeButton(IconButton::forRemoving(this))
     , _retryButton(new SheetButton(SheetButton::Kind::Quiet, qString(localizedString("Try again")), this)) {
     setFixedHeight(kHeight + kBottomGap);
     connect(_closeButton, &IconButton::clicked, this, &PendingPhotoView::closed);
@@ -117,8 +112,8 @@ void PendingPhotoView::paintThumbnail(QPainter& painter, const QRect& place) con
         constexpr int kIconSide = 24;
         QRect icon(0, 0, kIconSide, kIconSide);
         icon.moveCenter(place.center());
-        painter.drawPixmap(icon.topLeft(),
-            imageNamed("photos", kIconSide, HostColors::secondaryText(), devicePixelRatioF()));
+        painter.drawPixmap(
+            icon.topLeft(), imageNamed("photos", kIconSide, secondaryTextColor(), devicePixelRatioF()));
     }
     painter.restore();
 }
@@ -133,8 +128,8 @@ void PendingPhotoView::paintLines(QPainter& painter, const QRect& place) const {
         {_lines.title, {hostFont(13, HostFontWeight::DemiBold), hostLineHeight(18), 1},
             Apperance::appearanceTextColor()},
         {_lines.caption, {hostFont(12), hostLineHeight(16), 1},
-            _isFailure ? HostColors::secondaryText() : Apperance::appearanceTextColor()},
-        {_lines.subcaption, {hostFont(12), hostLineHeight(16), 1}, HostColors::secondaryText()},
+            _isFailure ? secondaryTextColor() : Apperance::appearanceTextColor()},
+        {_lines.subcaption, {hostFont(12), hostLineHeight(16), 1}, secondaryTextColor()},
     };
     int height = 0;
     for (const Line& line : lines) {

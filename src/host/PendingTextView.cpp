@@ -1,11 +1,9 @@
 #include "host/PendingTextView.h"
 
-#include "appearance/Apperance.h"
 #include "host/HostColors.h"
 #include "host/HostFont.h"
 #include "host/IconButton.h"
 #include "host/WrappedText.h"
-#include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/Accessibility.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
@@ -27,13 +25,7 @@ constexpr int kButtonRoom = 34;
 
 PendingTextView::PendingTextView(QWidget* parent)
     : QWidget(parent)
-    , _closeButton(new IconButton({.icon = "closebutton",
-                                      .iconSide = 14,
-                                      .discSide = 24,
-                                      .disc = HostColors::fieldButton(),
-                                      .color = Apperance::appearanceTextColor()},
-          qString(localizedString("Remove")),
-          this)) {
+    , _closeButton(IconButton::forRemoving(this)) {
     setAccessibilityTraits(*this, kUIAccessibilityTraitStaticText);
     connect(_closeButton, &IconButton::clicked, this, &PendingTextView::closed);
 }

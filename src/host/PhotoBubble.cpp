@@ -1,6 +1,7 @@
 #include "host/PhotoBubble.h"
 
 #include "appearance/Apperance.h"
+#include "appearance/ThemeColors.h"
 #include "host/HostColors.h"
 #include "host/HostFont.h"
 #include "host/StoredPicture.h"
@@ -71,7 +72,7 @@ PhotoBubble::Row PhotoBubble::makeRow(const std::optional<std::string>& leading,
     const int rest = row.trailing.isEmpty() ? width : width - kColumnGap - row.trailing.size().width();
     const QString text = layoutText(leading);
     row.leading = isCaption ? captionText(text, style, rest) : WrappedText(text, style, rest);
-    row.color = isCaption ? Apperance::appearanceTextColor() : HostColors::secondaryText();
+    row.color = isCaption ? Apperance::appearanceTextColor() : secondaryTextColor();
     row.height = std::max(row.leading.size().height(), row.trailing.size().height());
     return row;
 }
@@ -136,7 +137,7 @@ void PhotoBubble::paintPicture(QPainter& painter) const {
     }
     constexpr int kIconSide = 32;
     painter.fillRect(area, qColor(HostColors::placeholder()));
-    const QPixmap icon = imageNamed("photos", kIconSide, HostColors::secondaryText(), devicePixelRatioF());
+    const QPixmap icon = imageNamed("photos", kIconSide, secondaryTextColor(), devicePixelRatioF());
     QRect place(0, 0, kIconSide, kIconSide);
     place.moveCenter(area.center());
     painter.drawPixmap(place.topLeft(), icon);

@@ -1,7 +1,7 @@
 #include "host/SheetButton.h"
 
 #include "appearance/Apperance.h"
-#include "host/HostColors.h"
+#include "appearance/ThemeColors.h"
 #include "host/HostFont.h"
 #include "platform/uikit/FocusRing.h"
 #include "platform/uikit/UIColor+Qt.h"
@@ -57,7 +57,7 @@ void SheetButton::paintEvent(QPaintEvent*) {
     const QRectF shape = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     const double radius = shape.height() / 2;
     const bool isFilled = _kind == Kind::Filled;
-    painter.setPen(isFilled ? QPen(Qt::NoPen) : QPen(qColor(HostColors::hairline()), 1));
+    painter.setPen(isFilled ? QPen(Qt::NoPen) : QPen(qColor(hairlineColor()), 1));
     painter.setBrush(isFilled ? qColor(Apperance::appearanceTextColor()) : QColor(Qt::transparent));
     painter.drawRoundedRect(shape, radius, radius);
     painter.setPen(

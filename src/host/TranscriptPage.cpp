@@ -1,7 +1,7 @@
 #include "host/TranscriptPage.h"
 
 #include "appearance/Apperance.h"
-#include "host/HostColors.h"
+#include "appearance/ThemeColors.h"
 #include "host/HostFont.h"
 #include "host/PhotoBubble.h"
 #include "host/TextBubble.h"
@@ -146,8 +146,8 @@ void TranscriptPage::layOut(QSize viewport) {
     const QRect column((viewport.width() - width) / 2, 0, width, 0);
     _emptyHint->setFont(hostFont(13));
     QPalette hintPalette = palette();
-    hintPalette.setColor(QPalette::WindowText, qColor(HostColors::secondaryText()));
-    hintPalette.setColor(QPalette::Text, qColor(HostColors::secondaryText()));
+    hintPalette.setColor(QPalette::WindowText, qColor(secondaryTextColor()));
+    hintPalette.setColor(QPalette::Text, qColor(secondaryTextColor()));
     _emptyHint->setPalette(hintPalette);
     for (QLabel* const stamp : _stamps) {
         if (stamp != nullptr) {

@@ -3,11 +3,9 @@
 
 #include "platform/uikit/UICollectionView.h"
 
-#include "platform/uikit/UIApplication.h"
-
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QImage>
 #include <QLabel>
 #include <QPainter>
@@ -130,14 +128,3 @@ BENCHMARK(scrollsAFrame)->Iterations(1900)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace exifcard
-
-int main(int argumentCount, char** arguments) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_SCALE_FACTOR", "2");
-    exifcard::UIApplication::prepare();
-    const QApplication application(argumentCount, arguments);
-    exifcard::UIApplication::start();
-    benchmark::Initialize(&argumentCount, arguments);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

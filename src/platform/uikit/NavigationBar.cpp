@@ -1,6 +1,6 @@
 #include "platform/uikit/NavigationBar.h"
 
-#include "appearance/UIColor+Hex.h"
+#include "appearance/ThemeColors.h"
 #include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/Accessibility.h"
 #include "platform/uikit/PictureButton.h"
@@ -19,11 +19,6 @@ namespace {
 
 constexpr int kButtonSide = 44;
 constexpr int kMargin = 4;
-
-UIColor hairlineColor() {
-    return UIColor(colorWithHexString("DCDCDE").resolved(UIUserInterfaceStyle::Light),
-        colorWithHexString("2A2A2C").resolved(UIUserInterfaceStyle::Light));
-}
 
 } // namespace
 
