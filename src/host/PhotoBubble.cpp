@@ -151,7 +151,7 @@ void PhotoBubble::paintTitles(QPainter& painter) const {
     const WrappedText subtitle(
         layoutText(layout.imageSubtitle), {hostFont(12), hostLineHeight(16), 1}, inner);
     const int height = title.size().height() + subtitle.size().height();
-    if (height == 0) {
+    if (title.isEmpty() && subtitle.isEmpty()) {
         return;
     }
     const int bottom = _pictureSize.height();

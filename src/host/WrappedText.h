@@ -39,7 +39,7 @@ public:
 private:
     QStringList _lines;
     Style _style;
-    QSize _size;
+    QSize _size = {0, 0};
     bool _isCut = false;
 };
 
