@@ -62,6 +62,9 @@ void ExifDataCollectionListViewCell::createAnimationViewWithName(std::string_vie
 
 void ExifDataCollectionListViewCell::setICloudDownloadProgress(
     double progress, CompletionBlock withCompletion) {
+    if (exifInfo()) {
+        updateAccessibility();
+    }
     LOTAnimationView* const animation = cloudDownloadingAnimationView();
     if (!animation) {
         return;
@@ -98,11 +101,14 @@ void ExifDataCollectionListViewCell::stopShowingDownloadingFromCloud() {
     }
 }
 
-void ExifDataCollectionListViewCell::forceDownloadFromICloudIfNeeded() {
+bool ExifDataCollectionListViewCell::isOriginalElsewhere() const {
     const auto& record = _implementation->exifInfo;
+    return record && record->imageResultIsInCloud && !record->hasFinishedDownloadingImageResultFromCloud;
+}
+
+void ExifDataCollectionListViewCell::forceDownloadFromICloudIfNeeded() {
     const auto owner = _implementation->listViewController.lock();
-    if (record && owner && record->imageResultIsInCloud &&
-        !record->hasFinishedDownloadingImageResultFromCloud) {
+    if (owner && isOriginalElsewhere()) {
         owner->requestToDownloadiCloudAssetAtCell(*this);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "cards/CardPicture.h"
 #include "cards/CardState.h"
+#include "cards/PhotoTexts.h"
 #include "categories/UIImage+Resize.h"
 #include "library/QueueManager.h"
 #include "metadata/ExifInformation.h"
@@ -173,7 +174,24 @@ void ExifDataCollectionListViewCell::updateAccessibility() {
         const auto fileName = cached ? *cached : record->correctedImageFilePathURL().lastPathComponent();
         // A photo of the library has no name before it is fetched, and some have none at all.
         setAccessibilityLabel(*this, qString(fileName.empty() ? localizedString("Image") : fileName));
+        const QAbstractButton* const favorite = outlets().favoriteButton;
+        setAccessibilityValue(*this, stateTextOf(*record, favorite && favorite->isChecked()));
     }
+}
+
+std::vector<UIAccessibilityCustomAction> ExifDataCollectionListViewCell::accessibilityCustomActions() {
+    std::vector<UIAccessibilityCustomAction> actions;
+    const QAbstractButton* const favorite = outlets().favoriteButton;
+    if (favorite && exifInfo() && exifInfo()->phAsset) {
+        const auto name =
+            localizedString(favorite->isChecked() ? N_("Remove from favorites") : N_("Add to favorites"));
+        actions.push_back({qString(name), [this] { favoriteButtonTapped(); }});
+    }
+    if (isOriginalElsewhere() && exifInfo()->iCloudDownloadProgress < 0) {
+        actions.push_back({qString(localizedString("Download the original from iCloud")),
+            [this] { downloadFromICloudButtonTapped(); }});
+    }
+    return actions;
 }
 
 } // namespace exifcard

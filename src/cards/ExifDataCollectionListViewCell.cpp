@@ -110,6 +110,7 @@ void ExifDataCollectionListViewCell::favoriteButtonTapped() {
     }
     if (QAbstractButton* const button = outlets().favoriteButton) {
         button->setChecked(!button->isChecked());
+        updateAccessibility();
     }
     PHPhotoLibrary::sharedPhotoLibrary().performChanges(
         [asset = record->phAsset] {

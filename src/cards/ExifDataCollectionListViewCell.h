@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace exifcard {
 
@@ -74,6 +75,8 @@ public:
     void prepareForReuse() override;
     /// A pressed card shrinks a little, unless the user wants less motion.
     void setHighlighted(bool highlighted) override;
+    /// To change the favourite and to bring the original here.
+    std::vector<UIAccessibilityCustomAction> accessibilityCustomActions() override;
 
 protected:
     struct Implementation;
@@ -87,7 +90,7 @@ protected:
     void createAnimationViewWithName(std::string_view name);
     /// With the info of a request that brought the final picture; does nothing here.
     virtual void fetchFileNameWithInfo(const std::shared_ptr<Dictionary>&) {}
-    /// After the file name is known, too.
+    /// Tells readers name and marks; again whenever one of them changes, as when the file name comes.
     virtual void updateAccessibility();
     /// Places the views for the present size, direction and content. Also before a record is shown: its
     /// pictures are asked for in the size of their view, shown yet or not.
@@ -108,6 +111,7 @@ private:
     void showFavourite();
     void fetchFileName();
     void cancelOperations();
+    bool isOriginalElsewhere() const;
 
     Request newRequest(const ExifOriginalCellBlock& block);
     void keepRequestID(const Request& request, std::int32_t requestID);

@@ -2,8 +2,17 @@
 
 #include "appearance/Apperance.h"
 #include "cards/CardOutlets.h"
+#include "cards/ExifGridWithDetailsCollectionViewCell.h"
+#include "cards/PhotoTexts.h"
 #include "cards/TilePlacing.h"
+#include "metadata/ExifInformation.h"
+#include "platform/foundation/DateFormatter.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/Text+Qt.h"
 #include "ui_ExifGridCollectionViewCell.h"
+
+#include <QStringList>
 
 namespace exifcard {
 namespace {
@@ -37,6 +46,28 @@ void ExifGridCollectionViewCell::layoutSubviews() {
     placePicture(outlets(), rect());
     _backgroundBorderView->setGeometry(rect());
     outlets().isSelectedHolderView->setGeometry(rect());
+}
+
+/// Readers are told what a tile with details shows.
+void ExifGridCollectionViewCell::updateAccessibility() {
+    ExifDataCollectionListViewCell::updateAccessibility();
+    if (!exifInfo()) {
+        return;
+    }
+    const ExifInformation& record = *exifInfo();
+    QStringList parts;
+    if (record.exifInfoAvailable) {
+        const ExposureTexts texts = exposureTextsOf(record);
+        parts << texts.aperture << texts.shutterSpeed << texts.ISO;
+    } else {
+        parts << qString(localizedString("Exif Not available"));
+    }
+    if (record.dateTaken) {
+        parts << qString(
+            ExifGridWithDetailsCollectionViewCell::sharedDateFormatter().stringFromDate(*record.dateTaken));
+    }
+    parts << qString(record.locationName.value_or(""));
+    setAccessibilityHint(*this, spokenList(parts));
 }
 
 void ExifGridCollectionViewCell::markSelected() {

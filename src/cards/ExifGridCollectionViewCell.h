@@ -17,6 +17,7 @@ public:
     void setIsSelected(bool isSelected) override;
 
 protected:
+    void updateAccessibility() override;
     void layoutSubviews() override;
 
 private:

@@ -4,6 +4,7 @@
 #include "appearance/ThemeColors.h"
 #include "appearance/uikit/Apperance+Views.h"
 #include "cards/CardOutlets.h"
+#include "cards/PhotoTexts.h"
 #include "cards/TilePlacing.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/ByteCountFormatter.h"
@@ -42,14 +43,6 @@ constexpr int kLocationWidth = 11;
 QFont tileFont(const char* fontName) {
     const auto font = UIFont::fontWithName(fontName, kFontSize);
     return font ? qFont(*font) : QFont();
-}
-
-bool isVideo(const ExifInformation& record) {
-    return record.mediaType() == static_cast<std::int64_t>(PHAssetMediaType::Video);
-}
-
-QString readableValue(const ExifValue& row) {
-    return qString(row.exifValueReadableFormat.value_or(""));
 }
 
 /// Intended: without the moving half of a live photo, which the strip of the card counts too.
@@ -171,18 +164,11 @@ void ExifGridWithDetailsCollectionViewCell::placeTexts() {
 }
 
 void ExifGridWithDetailsCollectionViewCell::showExposure() {
-    const ExifInformation& record = *exifInfo();
-    if (isVideo(record)) {
-        _interface->apertureLabel->setText(readableValue(record.Duration()));
-        _interface->shutterSpeedLabel->clear();
-        _interface->ISOLabel->setText(readableValue(record.FramesPerSecond()));
-    } else {
-        _interface->apertureLabel->setText(readableValue(record.ApertureValue()));
-        _interface->shutterSpeedLabel->setText(qString(record.shutterSpeedString()));
-        _interface->ISOLabel->setText(
-            qString(localizedStringWithFormat("ISO %ld", {record.iSOSpeed.integerValue()})));
-    }
-    _interface->cameraModelLabel->setText(qString(record.cameraModel.value_or("")));
+    const ExposureTexts texts = exposureTextsOf(*exifInfo());
+    _interface->apertureLabel->setText(texts.aperture);
+    _interface->shutterSpeedLabel->setText(texts.shutterSpeed);
+    _interface->ISOLabel->setText(texts.ISO);
+    _interface->cameraModelLabel->setText(qString(exifInfo()->cameraModel.value_or("")));
 }
 
 void ExifGridWithDetailsCollectionViewCell::toggleTimeStamp() {
@@ -231,8 +217,7 @@ void ExifGridWithDetailsCollectionViewCell::updateAccessibility() {
     if (exifInfo()) {
         parts << qString(exifInfo()->locationName.value_or(""));
     }
-    parts.removeAll(QString());
-    setAccessibilityHint(*this, parts.join(QStringLiteral(", ")));
+    setAccessibilityHint(*this, spokenList(parts));
 }
 
 void ExifGridWithDetailsCollectionViewCell::prepareForReuse() {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr QSize kBadgeButton{44, 44};
 constexpr QSize kCloudButton{50, 50};
-constexpr int kAboveCloud = 6;
+constexpr int kAboveCloud = 7; ///< From the tile's own edge, whether a line runs there or not.
 
 } // namespace
 
@@ -26,7 +26,7 @@ void placePicture(const CardOutlets& outlets, const QRect& rect) {
     placeForReading(
         *outlets.favoriteButton, {{rect.right() + 1 - kBadgeButton.width(), rect.top()}, kBadgeButton});
     const int cloudLeft = rect.left() + (rect.width() - kCloudButton.width()) / 2;
-    placeForReading(*outlets.iCloudDownloadButton, {{cloudLeft, rect.top() + kAboveCloud}, kCloudButton});
+    placeForReading(*outlets.iCloudDownloadButton, {{cloudLeft, kAboveCloud}, kCloudButton});
 }
 
 } // namespace exifcard

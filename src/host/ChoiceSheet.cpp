@@ -3,6 +3,7 @@
 #include "appearance/Apperance.h"
 #include "appearance/ThemeColors.h"
 #include "host/HostFont.h"
+#include "platform/uikit/Accessibility.h"
 #include "platform/uikit/UIColor+Qt.h"
 #include "ui_ChoiceSheet.h"
 
@@ -41,8 +42,10 @@ ChoiceSheet::ChoiceSheet(
             connect(buttons[index], &SheetButton::clicked, this, [this, index] { choose(index); });
         }
     }
-    setAccessibleName(title);
-    setAccessibleDescription(text);
+    setAccessibilityLabel(*this, title);
+    setAccessibilityHint(*this, text);
+    setIsAccessibilityElement(*this, false); // Its buttons are elements.
+    setAccessibilityViewIsModal(*this, true);
     setAttribute(Qt::WA_DeleteOnClose);
     setGeometry(parent->rect());
     parent->installEventFilter(this);

@@ -73,6 +73,7 @@ HeaderBar::HeaderBar(QWidget* parent)
     setFixedHeight(kHeight);
     connect(_conversationsButton, &IconButton::clicked, this, &HeaderBar::conversationsRequested);
     setAccessibilityTraits(*this, kUIAccessibilityTraitHeader);
+    setIsAccessibilityElement(*this, false); // Its button is one.
 }
 
 void HeaderBar::setConversation(const QString& name, const QString& subject) {

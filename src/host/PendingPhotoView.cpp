@@ -42,7 +42,7 @@ PendingPhotoView::PendingPhotoView(QWidget* parent)
     setFixedHeight(kHeight + kBottomGap);
     connect(_closeButton, &IconButton::clicked, this, &PendingPhotoView::closed);
     connect(_retryButton, &QPushButton::clicked, this, &PendingPhotoView::retried);
-    setAccessibilityTraits(*this, kUIAccessibilityTraitStaticText);
+    setIsAccessibilityElement(*this, false); // Its buttons are elements.
 }
 
 void PendingPhotoView::showMessage(const ConversationEntry& entry) {
@@ -58,6 +58,7 @@ void PendingPhotoView::showMessage(const ConversationEntry& entry) {
     const QString text =
         QStringList{_lines.title, _lines.caption.simplified(), _lines.subcaption}.join(QLatin1Char('\n'));
     setToolTip(beginningOf(text.trimmed(), kLongestToolTip));
+    setAccessibilityLabel(*this, text.simplified());
     _retryButton->hide();
     if (!isSamePicture) {
         _thumbnail = {};
@@ -72,6 +73,7 @@ void PendingPhotoView::showFailure(const std::string& error) {
     _isFailure = true;
     _lines = {qString(localizedString("Could not be added")), qString(error), {}};
     setToolTip(qString(error));
+    setAccessibilityLabel(*this, QStringList{_lines.title, _lines.caption}.join(QLatin1String(": ")));
     _retryButton->show();
     update();
 }

@@ -26,7 +26,7 @@ constexpr int kButtonRoom = 34;
 PendingTextView::PendingTextView(QWidget* parent)
     : QWidget(parent)
     , _closeButton(IconButton::forRemoving(this)) {
-    setAccessibilityTraits(*this, kUIAccessibilityTraitStaticText);
+    setIsAccessibilityElement(*this, false); // Its button is one.
     connect(_closeButton, &IconButton::clicked, this, &PendingTextView::closed);
 }
 

@@ -40,7 +40,7 @@ bool ExifDataListViewController::takesKey(const QKeyEvent& event) const {
     if (isControl(event, Qt::Key_A) || isPlain(event, Qt::Key_Escape)) {
         return isSelecting();
     }
-    const bool isOfItem = isPlain(event, Qt::Key_F) || isPlain(event, Qt::Key_D);
+    const bool isOfItem = isPlain(event, Qt::Key_F) || isPlain(event, Qt::Key_D) || isPlain(event, Qt::Key_C);
     return isOfItem && collectionView->focusedIndexPath();
 }
 
@@ -54,8 +54,12 @@ void ExifDataListViewController::press(const QKeyEvent& event) {
     } else if (const auto focused = collectionView->focusedIndexPath();
                focused && focused->section == kPhotosSection) {
         const auto& records = dataSource->exifDataItemsArray;
-        auto* const tile = dynamic_cast<ExifGridWithDetailsCollectionViewCell*>(
-            collectionView->cellForItemAtIndexPath(*focused));
+        auto* const card =
+            dynamic_cast<ExifDataCollectionListViewCell*>(collectionView->cellForItemAtIndexPath(*focused));
+        auto* const tile = dynamic_cast<ExifGridWithDetailsCollectionViewCell*>(card);
+        if (isPlain(event, Qt::Key_C) && card != nullptr) {
+            card->downloadFromICloudButtonTapped();
+        }
         if (isPlain(event, Qt::Key_D) && tile != nullptr) {
             tile->toggleTimeStamp();
         }

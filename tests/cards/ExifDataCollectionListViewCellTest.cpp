@@ -159,12 +159,18 @@ TEST_F(ExifDataCollectionListViewCellTest, TheCloudBadgeAsksForAnOriginalThatLie
     EXPECT_TRUE(isShown(*cell, "iCloudDownloadButton"));
     outlet<QAbstractButton>(*cell, "iCloudDownloadButton").click();
     EXPECT_EQ(owner->asked, std::vector<ExifDataCollectionListViewCell*>{cell.get()});
+    const auto actions = cell->accessibilityCustomActions();
+    ASSERT_EQ(actions.size(), 2U);
+    EXPECT_EQ(actions[1].name, QStringLiteral("Download the original from iCloud"));
+    actions[1].actionHandler();
+    EXPECT_EQ(owner->asked.size(), 2U);
 
     record->hasFinishedDownloadingImageResultFromCloud = true;
     cell->setExifInfo(record, nullptr);
     EXPECT_FALSE(isShown(*cell, "iCloudDownloadButton"));
     cell->forceDownloadFromICloudIfNeeded();
-    EXPECT_EQ(owner->asked.size(), 1U);
+    EXPECT_EQ(owner->asked.size(), 2U);
+    EXPECT_EQ(cell->accessibilityCustomActions().size(), 1U);
 }
 
 TEST_F(ExifDataCollectionListViewCellTest, ReuseCancelsTheDownload) {

@@ -1,7 +1,11 @@
 #include "cards/CardLibrary.h"
+#include "cards/ExifGridCollectionViewCell.h"
 #include "platform/foundation/DateFormatter.h"
 #include "platform/uikit/Accessibility.h"
 #include "platform/uikit/UITraitCollection.h"
+#include "settings/PersistanceManager.h"
+
+#include <QAccessible>
 
 namespace exifcard {
 namespace {
@@ -106,6 +110,56 @@ TEST_F(ExifGridWithDetailsCollectionViewCellTest, IsReadOutByNameExposureDateAnd
     EXPECT_EQ(accessibilityLabel(*cell).toStdString(), kCanon);
     EXPECT_EQ(
         accessibilityHint(*cell).toStdString(), "f/5.6, 1/1600 seconds, ISO 400, last week, Lagos,Portugal");
+    PersistanceManager::sharedInstance().setDatePreferenceTimeAgoSinceNow(false);
+    ExifGridCollectionViewCell plain;
+    plain.setExifInfo(record, nullptr);
+    cell->showDateTimeStamp();
+    EXPECT_EQ(accessibilityHint(plain), accessibilityHint(*cell)) << "whatever a tile shows";
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, TellsReadersItsMarksInWords) {
+    struct Case {
+        std::uint64_t subtypes;
+        bool isVideo;
+        bool isFavorite;
+        bool isElsewhere;
+        double progress;
+        const char* value;
+    };
+    const Case cases[] = {
+        {0, false, false, false, -1, ""},
+        {0, false, true, false, -1, "Favorite"},
+        {kPHAssetMediaSubtypePhotoLive | kPHAssetMediaSubtypePhotoHDR, false, true, false, -1,
+            "Favorite, Live Photo"},
+        {0, true, false, false, -1, "Video"},
+        {kPHAssetMediaSubtypeVideoTimelapse, true, false, false, -1, "Time-lapse video"},
+        {0, false, false, true, -1, "Original in iCloud"},
+        {0, true, true, true, 0, "Favorite, Video, Downloading from iCloud"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.value);
+        auto asset = std::make_shared<PHAsset>();
+        asset->localIdentifier = c.value;
+        asset->mediaType = c.isVideo ? PHAssetMediaType::Video : PHAssetMediaType::Image;
+        asset->mediaSubtypes = c.subtypes;
+        asset->isFavorite = c.isFavorite;
+        const auto record = ExifInformation::init();
+        record->phAsset = asset;
+        record->imageResultIsInCloud = c.isElsewhere;
+        record->iCloudDownloadProgress = c.progress;
+        EXPECT_EQ(accessibilityValue(*makeCell(record)).toStdString(), c.value);
+    }
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, ReadersChangeTheFavouriteWithoutItsButton) {
+    const auto cell = makeCell(recordOf(add(kCanon)));
+    QAccessibleActionInterface* const actions =
+        QAccessible::queryAccessibleInterface(cell.get())->actionInterface();
+    ASSERT_TRUE(actions->actionNames().contains(QStringLiteral("Add to favorites")));
+    actions->doAction(QStringLiteral("Add to favorites"));
+    waitUntil([] { return assetNamed(kCanon)->isFavorite; });
+    EXPECT_EQ(accessibilityValue(*cell), QStringLiteral("Favorite"));
+    EXPECT_TRUE(actions->actionNames().contains(QStringLiteral("Remove from favorites")));
 }
 
 TEST_F(ExifGridWithDetailsCollectionViewCellTest, LetsThePictureGrowAndMirrorsForReadingFromTheRight) {

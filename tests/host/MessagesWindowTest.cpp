@@ -16,6 +16,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QLineEdit>
 #include <QTest>
 
@@ -151,6 +153,52 @@ TEST_F(MessagesWindowTest, RemovesThePendingPhotoWithItsButton) {
     expectSoon([this] { return !_window->inputBar().hasPending(); });
     EXPECT_TRUE(_store.content("Ada").entries.empty());
     EXPECT_THAT(_extension->calls, ElementsAre("cancelled"));
+}
+
+/// What readers find below, in their order.
+void collect(QAccessibleInterface& found, std::vector<QAccessibleInterface*>& all) {
+    all.push_back(&found);
+    for (int index = 0; index < found.childCount(); ++index) {
+        if (QAccessibleInterface* const child = found.child(index)) {
+            collect(*child, all);
+        }
+    }
+}
+
+TEST_F(MessagesWindowTest, ReadersFindANameForAllThatTakesKeysAndAllThatWaits) {
+    putIntoField("f/8   ISO 100");
+    ASSERT_EQ(_store.sendPendingAndText("Ada", "Look!"), std::nullopt);
+    putIntoField("f/11   ISO 200");
+    _sentAtStart = 2;
+    open();
+    _window->inputBar().showFailedInsertion(
+        {.error = "the disk is full", .message = messageWithCaption("f/8"), .text = ""});
+    expectSoon([this] { return _window->inputBar().hasPending(); });
+    std::vector<QAccessibleInterface*> all;
+    collect(*QAccessible::queryAccessibleInterface(_window.get()), all);
+    std::vector<std::string> names;
+    std::vector<QObject*> found;
+    for (QAccessibleInterface* const element : all) {
+        const QString name = element->text(QAccessible::Name);
+        names.push_back(name.toStdString());
+        found.push_back(element->object());
+        const auto* const widget = qobject_cast<QWidget*>(element->object());
+        const bool takesKeys = widget != nullptr && widget != _window.get() && widget->isVisible() &&
+                               (widget->focusPolicy() & Qt::TabFocus) != 0;
+        if (takesKeys) {
+            EXPECT_FALSE(name.isEmpty()) << widget->metaObject()->className();
+            EXPECT_NE(element->role(), QAccessible::Client) << widget->metaObject()->className();
+        }
+    }
+    for (const char* const wanted : {"f/11 ISO 200", "Could not be added: the disk is full", "Try again",
+             "Remove", "Send", "Comment", "Conversation", "Conversations", "Photo panel"}) {
+        EXPECT_THAT(names, testing::Contains(wanted));
+    }
+    EXPECT_THAT(names, testing::Contains(testing::StartsWith("You, Look!")));
+    for (QAbstractButton* const button : visibleViews<QAbstractButton>()) {
+        EXPECT_THAT(found, testing::Contains(static_cast<QObject*>(button)))
+            << button->accessibleName().toStdString();
+    }
 }
 
 TEST_F(MessagesWindowTest, SaysWhatCouldNotBeAddedAndTriesAgain) {

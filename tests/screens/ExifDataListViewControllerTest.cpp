@@ -17,6 +17,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QTest>
 
 #include <atomic>
@@ -285,6 +286,11 @@ TEST_F(ExifDataListViewControllerTest, TellsWhyItShowsNoPhotoAndOffersWhatHelps)
     waitUntilLoaded(*screen);
     ASSERT_NE(shown(), nullptr);
     EXPECT_EQ(shown()->reason(), EmptyListReason::NoPhotos);
+    QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(shown());
+    EXPECT_EQ(told->text(QAccessible::Name), shown()->title());
+    EXPECT_EQ(told->text(QAccessible::Value), shown()->explanation());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(screen->collectionView)->childCount(), 2)
+        << "the text and its button";
     shown()->button()->click();
 
     PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Denied);
@@ -329,7 +335,9 @@ TEST_F(ExifDataListViewControllerTest, BringsAnOriginalThatLiesElsewhereAndOffer
     auto* const cell =
         dynamic_cast<ExifDataCollectionListViewCell*>(screen->collectionView->cellForItemAtIndexPath({0, 0}));
     ASSERT_NE(cell, nullptr);
-    screen->requestToDownloadiCloudAssetAtCell(*cell);
+    screen->collectionView->setFocus();
+    QTest::keyClick(screen->collectionView, Qt::Key_Home);
+    QTest::keyClick(screen->collectionView, Qt::Key_C);
     EXPECT_EQ(record->iCloudDownloadProgress, 0);
     EXPECT_TRUE(record->hasForceDownloadedImageResultFromCloud);
     waitUntil([&] { return record->iCloudDownloadProgress == -1; });

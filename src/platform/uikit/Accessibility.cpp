@@ -16,6 +16,7 @@ namespace {
 constexpr const char* kValueProperty = "accessibilityValue";
 constexpr const char* kTraitsProperty = "accessibilityTraits";
 constexpr const char* kElementProperty = "isAccessibilityElement";
+constexpr const char* kModalProperty = "accessibilityViewIsModal";
 /// Names the view of what was announced last in a window, one pixel large, for readers alone.
 const QString kAnnouncementName = QStringLiteral("announcement");
 
@@ -24,12 +25,14 @@ void tell(QWidget& view, QAccessible::Event kind) {
     QAccessible::updateAccessibility(&event);
 }
 
-QAccessibleInterface* accessibleInterface(const QString&, QObject* object) {
+/// @param className  Of the object or of a base of it, from the object's own on: the first answer stands.
+QAccessibleInterface* accessibleInterface(const QString& className, QObject* object) {
     auto* const view = qobject_cast<QWidget*>(object);
     if (view && view->objectName() == kAnnouncementName) {
         return new QAccessibleWidget(view, QAccessible::AlertMessage);
     }
-    if (qobject_cast<UIView*>(view) || qobject_cast<QLabel*>(view)) {
+    const bool isNothingElse = className == QLatin1String("QWidget");
+    if (view && (isNothingElse || qobject_cast<UIView*>(view) || qobject_cast<QLabel*>(view))) {
         return new AccessibleView(*view);
     }
     return nullptr;
@@ -94,6 +97,14 @@ bool isAccessibilityElement(const QWidget& view) {
         qobject_cast<const QLabel*>(&view) || qobject_cast<const QAbstractButton*>(&view) ||
         qobject_cast<const QAbstractSlider*>(&view) || qobject_cast<const QLineEdit*>(&view);
     return isControl || !view.accessibleName().isEmpty();
+}
+
+void setAccessibilityViewIsModal(QWidget& view, bool isModal) {
+    view.setProperty(kModalProperty, isModal);
+}
+
+bool accessibilityViewIsModal(const QWidget& view) {
+    return view.property(kModalProperty).toBool();
 }
 
 void announce(QWidget& view, const QString& text) {

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 class QWidget;
 
@@ -19,8 +20,15 @@ inline constexpr UIAccessibilityTraits kUIAccessibilityTraitNotEnabled = 256;
 inline constexpr UIAccessibilityTraits kUIAccessibilityTraitUpdatesFrequently = 512;
 inline constexpr UIAccessibilityTraits kUIAccessibilityTraitHeader = 65536;
 
+/// What a screen reader can do with an element beside pressing it.
+struct UIAccessibilityCustomAction {
+    QString name; ///< As it is read out.
+    std::function<void()> actionHandler;
+};
+
 /// What the desktop's screen reader is told of a view. Labels and controls of the toolkit are elements by
-/// themselves; other views become one with a label. An element hides its children.
+/// themselves; other views become one with a label. An element hides its children; a view that has a label
+/// and is said to be none is a group of that name.
 void setAccessibilityLabel(QWidget& view, const QString& label);
 QString accessibilityLabel(const QWidget& view);
 void setAccessibilityValue(QWidget& view, const QString& value);
@@ -31,6 +39,9 @@ void setAccessibilityTraits(QWidget& view, UIAccessibilityTraits traits);
 UIAccessibilityTraits accessibilityTraits(const QWidget& view);
 void setIsAccessibilityElement(QWidget& view, bool isElement);
 bool isAccessibilityElement(const QWidget& view);
+/// Whether what lies around the view waits for its answer.
+void setAccessibilityViewIsModal(QWidget& view, bool isModal);
+bool accessibilityViewIsModal(const QWidget& view);
 /// Says a text at once, as for a new message.
 void announce(QWidget& view, const QString& text);
 

@@ -1,12 +1,10 @@
 #include "platform/uikit/AccessibleView.h"
 
-#include "platform/uikit/Accessibility.h"
 #include "platform/uikit/ExplicitHiding.h"
+#include "platform/uikit/SynthesizedClick.h"
 #include "platform/uikit/UICollectionReusableView.h"
 
-#include <QApplication>
 #include <QLabel>
-#include <QMouseEvent>
 
 #include <algorithm>
 #include <optional>
@@ -33,17 +31,6 @@ std::optional<QAccessible::Role> roleOfTraits(UIAccessibilityTraits traits) {
     return std::nullopt;
 }
 
-void sendPress(QWidget& view) {
-    const QPointF center = view.rect().toRectF().center();
-    const QPointF globally = view.mapToGlobal(center);
-    QMouseEvent press(
-        QEvent::MouseButtonPress, center, globally, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&view, &press);
-    QMouseEvent release(
-        QEvent::MouseButtonRelease, center, globally, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(&view, &release);
-}
-
 } // namespace
 
 AccessibleView::AccessibleView(QWidget& view) : QAccessibleWidget(&view) {
@@ -51,11 +38,16 @@ AccessibleView::AccessibleView(QWidget& view) : QAccessibleWidget(&view) {
 
 QAccessible::Role AccessibleView::role() const {
     const QWidget& view = *widget();
+    if (accessibilityViewIsModal(view)) {
+        return QAccessible::Dialog;
+    }
     if (const auto role = roleOfTraits(accessibilityTraits(view))) {
         return *role;
     }
     if (!isAccessibilityElement(view)) {
-        return view.isWindow() ? QAccessible::Window : QAccessible::Client;
+        return view.isWindow()                      ? QAccessible::Window
+               : accessibilityLabel(view).isEmpty() ? QAccessible::Client
+                                                    : QAccessible::Grouping;
     }
     const bool isCell = qobject_cast<const UICollectionViewCell*>(&view) != nullptr;
     return isCell ? QAccessible::ListItem : QAccessible::StaticText;
@@ -68,6 +60,7 @@ QAccessible::State AccessibleView::state() const {
     state.selected = (traits & kUIAccessibilityTraitSelected) != 0 || (cell && cell->selected());
     state.selectable = state.selected || cell;
     state.disabled = state.disabled || (traits & kUIAccessibilityTraitNotEnabled) != 0;
+    state.modal = state.modal || accessibilityViewIsModal(*widget());
     state.animated = (traits & kUIAccessibilityTraitUpdatesFrequently) != 0;
     return state;
 }
@@ -128,7 +121,12 @@ QAccessibleInterface* AccessibleView::childAt(int x, int y) const {
 }
 
 bool AccessibleView::isPressable() const {
-    return widget()->isEnabled() && role() == QAccessible::Button;
+    return widget()->isEnabled() && (role() == QAccessible::Button || role() == QAccessible::ListItem);
+}
+
+std::vector<UIAccessibilityCustomAction> AccessibleView::customActions() const {
+    auto* const cell = qobject_cast<UICollectionViewCell*>(widget());
+    return cell ? cell->accessibilityCustomActions() : std::vector<UIAccessibilityCustomAction>();
 }
 
 QStringList AccessibleView::actionNames() const {
@@ -136,14 +134,23 @@ QStringList AccessibleView::actionNames() const {
     if (isPressable()) {
         names.prepend(pressAction());
     }
+    for (const UIAccessibilityCustomAction& action : customActions()) {
+        names.append(action.name);
+    }
     return names;
 }
 
 void AccessibleView::doAction(const QString& actionName) {
     if (actionName == pressAction() && isPressable()) {
-        sendPress(*widget());
-    } else {
+        sendClick(*widget(), widget()->rect().center());
+        return;
+    }
+    const auto actions = customActions();
+    const auto chosen = std::ranges::find(actions, actionName, &UIAccessibilityCustomAction::name);
+    if (chosen == actions.end()) {
         QAccessibleWidget::doAction(actionName);
+    } else {
+        chosen->actionHandler();
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/uikit/Accessibility.h"
+
 #include <QAccessibleWidget>
 
 #include <vector>
@@ -7,7 +9,7 @@
 namespace exifcard {
 
 /// What readers see of a view or a label: its role and state follow from its traits, an element hides its
-/// children, and children that somebody hid are not there.
+/// children, and children that somebody hid are not there. Items of a list and buttons can be pressed.
 class AccessibleView : public QAccessibleWidget {
 public:
     explicit AccessibleView(QWidget& view);
@@ -27,6 +29,7 @@ public:
 private:
     std::vector<QWidget*> visibleChildren() const;
     bool isPressable() const;
+    std::vector<UIAccessibilityCustomAction> customActions() const;
 };
 
 } // namespace exifcard

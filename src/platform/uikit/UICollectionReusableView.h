@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/uikit/Accessibility.h"
 #include "platform/uikit/UIView.h"
 
 #include <string>
+#include <vector>
 
 namespace exifcard {
 
@@ -36,6 +38,8 @@ public:
     /// Pressed.
     bool highlighted() const { return _highlighted; }
     virtual void setHighlighted(bool highlighted) { _highlighted = highlighted; }
+    /// For screen readers, which do not see the buttons in an item.
+    virtual std::vector<UIAccessibilityCustomAction> accessibilityCustomActions() { return {}; }
 
 private:
     bool _selected = false;

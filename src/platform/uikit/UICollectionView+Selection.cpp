@@ -1,5 +1,7 @@
 #include "platform/uikit/UICollectionViewState.h"
 
+#include <QAccessible>
+
 #include <utility>
 
 namespace exifcard {
@@ -72,6 +74,10 @@ void UICollectionView::Implementation::setSelected(IndexPath indexPath, bool isS
     }
     if (const auto live = cells.find(indexPath); live != cells.end()) {
         live->second.cell->setSelected(isSelected);
+        QAccessible::State changed;
+        changed.selected = true;
+        QAccessibleStateChangeEvent event(live->second.cell, changed);
+        QAccessible::updateAccessibility(&event);
     }
 }
 

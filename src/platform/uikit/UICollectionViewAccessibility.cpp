@@ -1,11 +1,13 @@
 #include "platform/uikit/UICollectionViewAccessibility.h"
 
 #include "platform/uikit/AccessibleView.h"
+#include "platform/uikit/ExplicitHiding.h"
 #include "platform/uikit/UICollectionView.h"
 
 #include <QAccessibleWidget>
 
 #include <algorithm>
+#include <vector>
 
 namespace exifcard {
 namespace {
@@ -15,33 +17,33 @@ UICollectionView* listOf(const QWidget& cell) {
     return viewport ? qobject_cast<UICollectionView*>(viewport->parentWidget()) : nullptr;
 }
 
-/// A list whose children are the cells on screen, in their order.
+/// A list whose children are the cells on screen, in their order, and after them what lies over it, as a text
+/// that says why it is empty.
 class ListInterface : public QAccessibleWidget {
 public:
     explicit ListInterface(UICollectionView* list) : QAccessibleWidget(list, QAccessible::List) {}
 
-    int childCount() const override { return static_cast<int>(list().visibleCells().size()); }
+    int childCount() const override { return static_cast<int>(elements().size()); }
 
     QAccessibleInterface* child(int index) const override {
-        const auto cells = list().visibleCells();
-        const bool isThere = index >= 0 && static_cast<std::size_t>(index) < cells.size();
-        return isThere ? QAccessible::queryAccessibleInterface(cells[static_cast<std::size_t>(index)])
+        const auto all = elements();
+        const bool isThere = index >= 0 && static_cast<std::size_t>(index) < all.size();
+        return isThere ? QAccessible::queryAccessibleInterface(all[static_cast<std::size_t>(index)])
                        : nullptr;
     }
 
     int indexOfChild(const QAccessibleInterface* child) const override {
-        const auto cells = list().visibleCells();
-        const auto found = std::ranges::find(cells, child->object());
-        return found == cells.end() ? -1 : static_cast<int>(found - cells.begin());
+        const auto all = elements();
+        const auto found = std::ranges::find(all, child->object());
+        return found == all.end() ? -1 : static_cast<int>(found - all.begin());
     }
 
     QAccessibleInterface* childAt(int x, int y) const override {
-        for (UICollectionViewCell* const cell : list().visibleCells()) {
-            if (cell->rect().contains(cell->mapFromGlobal(QPoint(x, y)))) {
-                return QAccessible::queryAccessibleInterface(cell);
-            }
-        }
-        return nullptr;
+        const auto all = elements();
+        const auto found = std::find_if(all.rbegin(), all.rend(), [x, y](const QWidget* element) {
+            return element->rect().contains(element->mapFromGlobal(QPoint(x, y)));
+        });
+        return found == all.rend() ? nullptr : QAccessible::queryAccessibleInterface(*found);
     }
 
     QAccessibleInterface* focusChild() const override {
@@ -52,6 +54,19 @@ public:
 
 private:
     UICollectionView& list() const { return *static_cast<UICollectionView*>(object()); }
+
+    std::vector<QWidget*> elements() const {
+        const auto cells = list().visibleCells();
+        std::vector<QWidget*> all(cells.begin(), cells.end());
+        for (QObject* const child : list().children()) {
+            auto* const over = qobject_cast<QWidget*>(child);
+            if (over && over != list().viewport() && !isExplicitlyHidden(*over) &&
+                isAccessibilityElement(*over)) {
+                all.push_back(over);
+            }
+        }
+        return all;
+    }
 };
 
 /// An item of a list, focused while the list has the focus and moves it.

@@ -74,6 +74,22 @@ TEST(AccessibilityTest, AnElementHidesItsChildrenAndHiddenViewsAreNotFound) {
     EXPECT_EQ(seen(view).childCount(), 0);
 }
 
+TEST(AccessibilityTest, ANamedViewThatIsNoElementIsAGroupOrADialog) {
+    QWidget window;
+    QWidget sheet(&window);
+    QPushButton button(&sheet);
+    setAccessibilityLabel(sheet, QStringLiteral("Where are your photos?"));
+    EXPECT_EQ(seen(sheet).childCount(), 0);
+    setIsAccessibilityElement(sheet, false);
+    EXPECT_EQ(seen(sheet).childCount(), 1);
+    EXPECT_EQ(seen(sheet).role(), QAccessible::Grouping);
+    EXPECT_FALSE(seen(sheet).state().modal);
+    setAccessibilityViewIsModal(sheet, true);
+    EXPECT_EQ(seen(sheet).role(), QAccessible::Dialog);
+    EXPECT_TRUE(seen(sheet).state().modal);
+    EXPECT_EQ(seen(button).role(), QAccessible::Button) << "what the toolkit knows stays its own";
+}
+
 TEST(AccessibilityTest, ALabelIsReadAsItsTextUnlessItHasAnotherName) {
     QLabel label(QStringLiteral("12.5 M…"));
     EXPECT_EQ(seen(label).text(QAccessible::Name), QStringLiteral("12.5 M…"));

@@ -7,6 +7,7 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
@@ -447,6 +448,27 @@ TEST_F(UICollectionViewTest, ShowsItsCellsAloneToReaders) {
     list.selectItemAtIndexPath({0, 3}, false, UICollectionViewScrollPosition::None);
     EXPECT_TRUE(interface->child(1)->state().selected);
     EXPECT_FALSE(interface->child(0)->state().selected);
+}
+
+TEST_F(UICollectionViewTest, ShowsReadersWhatLiesOverAnEmptyList) {
+    auto* const text = new QLabel(QStringLiteral("No photos yet"), &list);
+    auto* const hidden = new QLabel(QStringLiteral("Not now"), &list);
+    hidden->hide();
+    showRows(0);
+    QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(&list);
+    ASSERT_EQ(interface->childCount(), 1);
+    EXPECT_EQ(interface->child(0)->object(), text);
+    EXPECT_EQ(interface->indexOfChild(interface->child(0)), 0);
+}
+
+TEST_F(UICollectionViewTest, LetsReadersPressAnItem) {
+    showRows(100);
+    scrollTo(250);
+    QAccessibleActionInterface* const actions =
+        QAccessible::queryAccessibleInterface(list.cellForItemAtIndexPath({0, 2}))->actionInterface();
+    ASSERT_TRUE(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    actions->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_THAT(source->record, Contains("didSelect 0/2"));
 }
 
 } // namespace
