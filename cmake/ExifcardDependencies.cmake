@@ -27,6 +27,10 @@ function(exifcard_either name)
     cmake_parse_arguments(PARSE_ARGV 1 either "" "" "SHARED;STATIC")
     set(archives)
     foreach(archive IN LISTS either_STATIC)
+        if(TARGET ${archive})
+            list(APPEND archives ${archive})
+            continue()
+        endif()
         find_library(EXIFCARD_${archive} NAMES ${archive})
         mark_as_advanced(EXIFCARD_${archive})
         list(APPEND archives ${EXIFCARD_${archive}})
@@ -46,6 +50,23 @@ function(exifcard_either name)
     endforeach()
 endfunction()
 
+if(NOT EXIFCARD_SANITIZERS)
+    # The formatting library comes without an archive; here is one, made of its own header.
+    add_library(exifcard_fmt_archive STATIC "${CMAKE_CURRENT_LIST_DIR}/FormatLibrary.cpp")
+    target_link_libraries(exifcard_fmt_archive PRIVATE fmt::fmt-header-only)
+    target_compile_options(exifcard_fmt_archive PRIVATE -fkeep-inline-functions -Wno-stringop-overflow)
+endif()
+
+exifcard_either(fmt SHARED fmt::fmt STATIC exifcard_fmt_archive)
+# The logging library is headers alone; those ask for the shared formatting library.
+add_library(exifcard_spdlog INTERFACE)
+add_library(exifcard::spdlog ALIAS exifcard_spdlog)
+target_include_directories(exifcard_spdlog SYSTEM INTERFACE
+    $<TARGET_PROPERTY:spdlog::spdlog_header_only,INTERFACE_INCLUDE_DIRECTORIES>)
+target_compile_definitions(exifcard_spdlog INTERFACE
+    $<TARGET_PROPERTY:spdlog::spdlog_header_only,INTERFACE_COMPILE_DEFINITIONS>)
+target_link_libraries(exifcard_spdlog INTERFACE exifcard::fmt Threads::Threads)
+
 exifcard_either(icu SHARED ICU::i18n ICU::uc STATIC libicui18n.a libicuuc.a libicudata.a)
 exifcard_either(expat SHARED PkgConfig::EXPAT STATIC libexpat.a)
 exifcard_either(sqlite3 SHARED PkgConfig::SQLITE STATIC libsqlite3.a)
@@ -59,6 +80,7 @@ function(exifcard_quick_start program)
     set_target_properties(${program} PROPERTIES EXIFCARD_QUICK_START ON)
     if(NOT EXIFCARD_SANITIZERS)
         target_link_options(${program} PRIVATE
-            -Wl,--push-state,--no-as-needed -lexiv2 -lstdc++ -Wl,--pop-state)
+            -Wl,--push-state,--no-as-needed -lexiv2 -lstdc++ -Wl,--pop-state
+            -Wl,-z,pack-relative-relocs)
     endif()
 endfunction()

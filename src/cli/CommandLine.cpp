@@ -11,7 +11,12 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace exifcard {
 namespace {
@@ -57,6 +62,22 @@ void addCommand(CLI::App& parent, const Command& command, CommandTree& tree) {
     };
     app->preparse_callback([fill](std::size_t) { fill(); });
     tree.fillings.push_back(std::move(fill));
+}
+
+/// Declares the commands that the arguments name: a command costs as much as forty rows. All of them, where
+/// help is wanted, none is named or one looks at the others.
+void addCommandsNamedBy(std::span<char* const> arguments, CommandTree& tree) {
+    const auto names = [arguments](std::string_view word) {
+        return std::ranges::any_of(arguments, [word](const char* argument) { return argument == word; });
+    };
+    std::vector<const Command*> named;
+    std::ranges::copy_if(allCommands(), std::back_inserter(named),
+        [&names](const auto* command) { return names(command->name); });
+    const bool areAllWanted = named.empty() || names("-h") || names("--help") ||
+                              std::ranges::any_of(named, &Command::walksAllCommands);
+    for (const Command* command : areAllWanted ? allCommands() : std::span<const Command* const>(named)) {
+        addCommand(*tree.root, *command, tree);
+    }
 }
 
 /// The command that was named, down to its last subcommand.
@@ -109,9 +130,7 @@ ExitStatus runCommandLine(int argumentCount, char** arguments) {
     root.fallthrough();
     CommandOptions rootOptions(root);
     const auto globalOptions = declareGlobalOptions(rootOptions);
-    for (const Command* command : allCommands()) {
-        addCommand(root, *command, tree);
-    }
+    addCommandsNamedBy({arguments, static_cast<std::size_t>(argumentCount)}, tree);
     try {
         root.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {

@@ -2,7 +2,8 @@
 
 #include "platform/foundation/CheckedArithmetic.h"
 #include "platform/foundation/Data.h"
-#include "platform/foundation/PropertyListTree.h"
+#include "platform/foundation/PropertyListDate.h"
+#include "platform/foundation/PropertyListText.h"
 
 #include <unicode/unistr.h>
 
@@ -14,8 +15,6 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 8;
 constexpr std::size_t kTrailerSize = 32;
-/// Seconds from 1970 to the epoch of dates in property lists, 2001-01-01 00:00:00 UTC.
-constexpr double kEpochSince1970 = 978'307'200;
 /// Objects beyond this many cannot be told apart from a size that overflows.
 constexpr std::size_t kMostCounted = std::size_t(1) << 32U;
 

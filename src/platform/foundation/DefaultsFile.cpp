@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <map>
+#include <mutex>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -62,10 +64,22 @@ DefaultsFile::Identity DefaultsFile::identity() const {
 }
 
 DefaultsFile::SnapshotPtr DefaultsFile::read() const {
+    static auto& mutex = *new std::mutex();
+    static auto& latest = *new std::map<std::string, SnapshotPtr>(); // By path; guarded by mutex.
+    const auto now = identity(); // Before reading: a file replaced meanwhile is then read once more.
+    const std::lock_guard lock(mutex);
+    SnapshotPtr& snapshot = latest[_path];
+    if (!snapshot || !(snapshot->identity == now)) {
+        snapshot = readAnew(now);
+    }
+    return snapshot;
+}
+
+DefaultsFile::SnapshotPtr DefaultsFile::readAnew(const Identity& identity) const {
     Snapshot snapshot;
     snapshot.values = Dictionary::make();
-    snapshot.identity = identity(); // Before reading: a file replaced meanwhile is then read once more.
-    if (snapshot.identity == Identity()) {
+    snapshot.identity = identity;
+    if (identity == Identity()) {
         return std::make_shared<const Snapshot>(std::move(snapshot));
     }
     const auto file = Data::mappedFile(_path);

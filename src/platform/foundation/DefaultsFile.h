@@ -38,6 +38,7 @@ public:
 
     const std::string& path() const { return _path; }
     Identity identity() const;
+    /// A file that has not changed since it was last read is not read again.
     SnapshotPtr read() const;
 
     /// Changes some entries of the file as it is now, under a lock among all
@@ -47,6 +48,7 @@ public:
     SnapshotPtr change(const std::vector<propertylist::Change>& changes) const;
 
 private:
+    SnapshotPtr readAnew(const Identity& identity) const;
     bool keepAside() const;
 
     std::string _path;

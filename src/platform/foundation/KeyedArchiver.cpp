@@ -1,8 +1,7 @@
 #include "platform/foundation/KeyedArchiver.h"
 
+#include "platform/foundation/PropertyListLibrary.h"
 #include "platform/foundation/PropertyListTree.h"
-
-#include <plist/plist.h>
 
 #include <cstdint>
 #include <utility>
@@ -11,16 +10,18 @@
 namespace exifcard::keyedarchive {
 namespace {
 
+using propertylist::plist;
+
 constexpr std::int64_t kVersion = 100'000;
 constexpr const char* kArchiver = "NSKeyedArchiver";
 
 /// The class records name each class with those it is made from.
 void appendClassChain(plist_t chain, const std::string& className) {
-    plist_array_append_item(chain, plist_new_string(className.c_str()));
+    plist().array_append_item(chain, plist().new_string(className.c_str()));
     if (className == "NSMutableArray") {
-        plist_array_append_item(chain, plist_new_string("NSArray"));
+        plist().array_append_item(chain, plist().new_string("NSArray"));
     }
-    plist_array_append_item(chain, plist_new_string("NSObject"));
+    plist().array_append_item(chain, plist().new_string("NSObject"));
 }
 
 /// Keys that begin with "$" are the archiver's own; a user's gets another in front.
@@ -30,25 +31,25 @@ std::string escapedKey(const std::string& key) {
 
 class Archiver {
 public:
-    Archiver() : _objects(plist_new_array()) { append(plist_new_string("$null")); }
+    Archiver() : _objects(plist().new_array()) { append(plist().new_string("$null")); }
 
     Data archive(const std::vector<ArchivedObject>& elements) {
-        plist_t root = plist_new_dict();
+        plist_t root = plist().new_dict();
         const auto rootIndex = append(root);
-        plist_t list = plist_new_array();
-        plist_dict_set_item(root, "NS.objects", list);
+        plist_t list = plist().new_array();
+        plist().dict_set_item(root, "NS.objects", list);
         for (const ArchivedObject& element : elements) {
-            plist_array_append_item(list, plist_new_uid(addElement(element)));
+            plist().array_append_item(list, plist().new_uid(addElement(element)));
         }
         setClass(root, "NSMutableArray");
 
-        const propertylist::Tree tree(plist_new_dict());
-        plist_dict_set_item(tree.get(), "$version", plist_new_uint(kVersion));
-        plist_dict_set_item(tree.get(), "$archiver", plist_new_string(kArchiver));
-        plist_t top = plist_new_dict();
-        plist_dict_set_item(tree.get(), "$top", top);
-        plist_dict_set_item(top, "root", plist_new_uid(rootIndex));
-        plist_dict_set_item(tree.get(), "$objects", _objects.release());
+        const propertylist::Tree tree(plist().new_dict());
+        plist().dict_set_item(tree.get(), "$version", plist().new_uint(kVersion));
+        plist().dict_set_item(tree.get(), "$archiver", plist().new_string(kArchiver));
+        plist_t top = plist().new_dict();
+        plist().dict_set_item(tree.get(), "$top", top);
+        plist().dict_set_item(top, "root", plist().new_uid(rootIndex));
+        plist().dict_set_item(tree.get(), "$objects", _objects.release());
         return propertylist::binaryFromTree(tree);
     }
 
@@ -58,7 +59,7 @@ private:
 
     /// Answers the node's place, by which others refer to it.
     std::uint64_t append(plist_t node) {
-        plist_array_append_item(_objects.get(), node);
+        plist().array_append_item(_objects.get(), node);
         return _count++;
     }
 
@@ -67,10 +68,10 @@ private:
             const auto value = element.fields.find("");
             return value != element.fields.end() ? addValue(value->second) : 0;
         }
-        plist_t node = plist_new_dict();
+        plist_t node = plist().new_dict();
         const auto index = append(node);
         for (const auto& [key, value] : element.fields) {
-            plist_dict_set_item(node, escapedKey(key).c_str(), plist_new_uid(addValue(value)));
+            plist().dict_set_item(node, escapedKey(key).c_str(), plist().new_uid(addValue(value)));
         }
         setClass(node, element.className);
         return index;
@@ -107,14 +108,14 @@ private:
     void setClass(plist_t object, const std::string& className) {
         auto found = _classes.find(className);
         if (found == _classes.end()) {
-            plist_t record = plist_new_dict();
-            plist_dict_set_item(record, "$classname", plist_new_string(className.c_str()));
-            plist_t chain = plist_new_array();
+            plist_t record = plist().new_dict();
+            plist().dict_set_item(record, "$classname", plist().new_string(className.c_str()));
+            plist_t chain = plist().new_array();
             appendClassChain(chain, className);
-            plist_dict_set_item(record, "$classes", chain);
+            plist().dict_set_item(record, "$classes", chain);
             found = _classes.emplace(className, append(record)).first;
         }
-        plist_dict_set_item(object, "$class", plist_new_uid(found->second));
+        plist().dict_set_item(object, "$class", plist().new_uid(found->second));
     }
 
     propertylist::Tree _objects;

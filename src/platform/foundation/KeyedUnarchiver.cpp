@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <map>
 #include <optional>
+#include <unordered_map>
 
 namespace exifcard::keyedarchive {
 namespace {
@@ -58,17 +59,27 @@ private:
     }
 
     /// What stands under `key` in a dictionary; nothing in any other object.
-    Object entry(const Object& dictionary, std::string_view key) const {
+    Object entry(const Object& dictionary, std::string_view key) {
         if (!dictionary || dictionary->kind != Kind::Dictionary) {
             return std::nullopt;
         }
         for (std::size_t place = 0; place < std::min(dictionary->size, kMostFields); ++place) {
-            const auto name = element(dictionary, place);
-            if (name && name->kind == Kind::ASCII && _list.contentOf(*name) == key) {
+            if (keyAt(*dictionary, place) == key) {
                 return element(dictionary, place + dictionary->size);
             }
         }
         return std::nullopt;
+    }
+
+    /// The key at a place of a dictionary; empty for what is no text. All elements refer to the same few
+    /// keys.
+    const std::string& keyAt(const propertylist::BinaryPropertyList::Object& dictionary, std::size_t place) {
+        const auto index = _list.elementAt(dictionary, place);
+        const auto [found, isNew] = _keys.try_emplace(index.value_or(_list.count()));
+        if (isNew && index) {
+            found->second = textOf(_list.objectAt(*index));
+        }
+        return found->second;
     }
 
     /// The object that a reference means, or the object itself when it is no
@@ -119,7 +130,7 @@ private:
         }
         archived.className = classes.front();
         for (std::size_t place = 0; place < object->size; ++place) {
-            const std::string key = textOf(element(object, place));
+            const std::string& key = keyAt(*object, place);
             const bool isEscaped = key.starts_with("$$");
             if (isEscaped || !key.starts_with('$')) {
                 const auto field = resolved(element(object, place + object->size));
@@ -150,6 +161,7 @@ private:
     }
 
     propertylist::BinaryPropertyList _list;
+    std::unordered_map<std::size_t, std::string> _keys; ///< By their objects' numbers.
     Object _objects;
     Object _top;
     std::map<std::size_t, std::vector<std::string>>

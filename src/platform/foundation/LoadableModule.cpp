@@ -12,7 +12,7 @@ void* moduleEntry(const std::string& module, const char* name) {
     void* const library = path.empty() ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const entry = library != nullptr ? dlsym(library, name) : nullptr;
     if (entry == nullptr) {
-        errorLog("The module " + module + " is missing: its pictures stay empty.");
+        errorLog("The module " + module + " is missing; what needs it is left out");
     }
     return entry;
 }

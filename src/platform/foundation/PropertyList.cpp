@@ -1,9 +1,10 @@
 #include "platform/foundation/PropertyList.h"
 
+#include "platform/foundation/BinaryPropertyListValue.h"
 #include "platform/foundation/PropertyListBounds.h"
+#include "platform/foundation/PropertyListLibrary.h"
+#include "platform/foundation/PropertyListText.h"
 #include "platform/foundation/PropertyListTree.h"
-
-#include <plist/plist.h>
 
 namespace exifcard::propertylist {
 namespace {
@@ -11,15 +12,19 @@ namespace {
 void applyChange(void* dictionary, const Change& change) {
     const std::string key = wellFormedText(change.first);
     if (auto node = treeFromValue(change.second)) {
-        plist_dict_set_item(dictionary, key.c_str(), node.release());
-    } else if (plist_dict_get_item(dictionary, key.c_str()) != nullptr) {
-        plist_dict_remove_item(dictionary, key.c_str());
+        plist().dict_set_item(dictionary, key.c_str(), node.release());
+    } else if (plist().dict_get_item(dictionary, key.c_str()) != nullptr) {
+        plist().dict_remove_item(dictionary, key.c_str());
     }
 }
 
 } // namespace
 
 std::optional<Value> read(const Data& bytes) {
+    const auto text = bytes.text();
+    if (isBinary(text)) {
+        return isWithinBounds(text) ? valueOfBinaryList(text) : std::nullopt;
+    }
     const auto tree = treeFromBytes(bytes);
     auto value = valueFromNode(tree.get());
     return value.isNothing() ? std::nullopt : std::optional(std::move(value));
@@ -35,9 +40,9 @@ Data writeBinary(const Value& value) {
 
 std::optional<Data> withChanges(const Data& bytes, const std::vector<Change>& changes) {
     auto tree = treeFromBytes(bytes);
-    const bool isDictionary = tree && PLIST_IS_DICT(tree.get());
+    const bool isDictionary = tree && plist().get_node_type(tree.get()) == PLIST_DICT;
     if (!isDictionary) {
-        tree.reset(plist_new_dict());
+        tree.reset(plist().new_dict());
     }
     for (const Change& change : changes) {
         applyChange(tree.get(), change);

@@ -3,21 +3,18 @@
 #include "platform/foundation/Array.h"
 #include "platform/foundation/Dictionary.h"
 #include "platform/foundation/PropertyListBounds.h"
-
-#include <plist/plist.h>
-#include <unicode/unistr.h>
+#include "platform/foundation/PropertyListDate.h"
+#include "platform/foundation/PropertyListLibrary.h"
+#include "platform/foundation/PropertyListText.h"
 
 #include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 
 namespace exifcard::propertylist {
 namespace {
 
-/// The epoch of dates in property lists, 2001-01-01 00:00:00 UTC.
-constexpr double kEpochSince1970 = 978'307'200;
 constexpr double kMicroseconds = 1e6;
 
 struct Freeing {
@@ -46,43 +43,35 @@ private:
     locale_t _previous;
 };
 
-bool isXMLCharacter(char16_t unit) {
-    return unit >= 0x20 ? unit != 0xfffe && unit != 0xffff : unit == '\t' || unit == '\n' || unit == '\r';
-}
-
 Date dateFromNode(void* node) {
     std::int32_t seconds = 0;
     std::int32_t microseconds = 0;
-    plist_get_date_val(node, &seconds, &microseconds);
+    plist().get_date_val(node, &seconds, &microseconds);
     // The library answers a number without sign, and any number for a date beyond its range.
     const double fraction = std::clamp(microseconds / kMicroseconds, 0.0, 1.0);
     return Date{kEpochSince1970 + seconds + std::copysign(fraction, seconds)};
 }
 
 Tree nodeFromDate(Date date) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    const double sinceEpoch = date.secondsSince1970 - kEpochSince1970;
-    const double seconds = std::clamp<double>(std::floor(sinceEpoch), Limits::min(), Limits::max());
-    const double fraction = std::clamp(sinceEpoch - seconds, 0.0, 1.0);
-    return Tree(plist_new_date(
-        static_cast<std::int32_t>(seconds), static_cast<std::int32_t>(std::round(fraction * kMicroseconds))));
+    const auto [seconds, microseconds] = partsOfDate(date);
+    return Tree(plist().new_date(seconds, microseconds));
 }
 
 Value textFromNode(void* node) {
     std::uint64_t length = 0;
-    const char* const text = plist_get_string_ptr(node, &length);
+    const char* const text = plist().get_string_ptr(node, &length);
     return text != nullptr ? std::string(text, length) : std::string();
 }
 
 Value dataFromNode(void* node) {
     std::uint64_t length = 0;
-    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(plist_get_data_ptr(node, &length));
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(plist().get_data_ptr(node, &length));
     return bytes != nullptr ? Data::fromBytes(std::vector(bytes, bytes + length)) : Data();
 }
 
 Value uidFromNode(void* node) {
     std::uint64_t number = 0;
-    plist_get_uid_val(node, &number);
+    plist().get_uid_val(node, &number);
     return Dictionary::make({{"CF$UID", static_cast<std::int64_t>(number)}});
 }
 
@@ -90,15 +79,15 @@ Value scalarFromNode(void* node) {
     std::uint8_t truth = 0;
     std::uint64_t integer = 0;
     double real = 0;
-    switch (plist_get_node_type(node)) {
+    switch (plist().get_node_type(node)) {
     case PLIST_BOOLEAN:
-        plist_get_bool_val(node, &truth);
+        plist().get_bool_val(node, &truth);
         return truth != 0;
     case PLIST_UINT:
-        plist_get_uint_val(node, &integer);
+        plist().get_uint_val(node, &integer);
         return static_cast<std::int64_t>(integer);
     case PLIST_REAL:
-        plist_get_real_val(node, &real);
+        plist().get_real_val(node, &real);
         return real;
     case PLIST_STRING:
         return textFromNode(node);
@@ -135,16 +124,16 @@ Value dictionaryFromNode(void* node) {
 
 void mendText(void* node) {
     std::uint64_t length = 0;
-    const char* const text = plist_get_string_ptr(node, &length);
+    const char* const text = plist().get_string_ptr(node, &length);
     const std::string_view view(text != nullptr ? text : "", text != nullptr ? length : 0);
     if (const auto wellFormed = wellFormedText(view); wellFormed != view) {
-        plist_set_string_val(node, wellFormed.c_str());
+        plist().set_string_val(node, wellFormed.c_str());
     }
 }
 
 void mendKey(void* entry, const std::string& key) {
     if (const auto wellFormed = wellFormedText(key); wellFormed != key) {
-        plist_set_key_val(plist_dict_item_get_key(entry), wellFormed.c_str());
+        plist().set_key_val(plist().dict_item_get_key(entry), wellFormed.c_str());
     }
 }
 
@@ -156,7 +145,7 @@ bool mendTexts(void* node, int depth) {
     if (depth > kMostNesting) {
         return false;
     }
-    switch (plist_get_node_type(node)) {
+    switch (plist().get_node_type(node)) {
     case PLIST_STRING:
         mendText(node);
         return true;
@@ -176,20 +165,20 @@ bool mendTexts(void* node, int depth) {
 Tree nodeFromScalar(const Value& value) {
     switch (value.kind()) {
     case Value::Kind::Bool:
-        return Tree(plist_new_bool(value.boolValue() ? 1 : 0));
+        return Tree(plist().new_bool(value.boolValue() ? 1 : 0));
     case Value::Kind::Integer:
         // The library writes the bits of a negative number as a signed one.
-        return Tree(plist_new_uint(static_cast<std::uint64_t>(value.integerValue())));
+        return Tree(plist().new_uint(static_cast<std::uint64_t>(value.integerValue())));
     case Value::Kind::Float:
     case Value::Kind::Double:
-        return Tree(plist_new_real(value.doubleValue()));
+        return Tree(plist().new_real(value.doubleValue()));
     case Value::Kind::Text:
-        return Tree(plist_new_string(wellFormedText(*value.text()).c_str()));
+        return Tree(plist().new_string(wellFormedText(*value.text()).c_str()));
     case Value::Kind::Date:
         return nodeFromDate(*value.date());
     case Value::Kind::Data: {
         const auto bytes = value.data()->text();
-        return Tree(plist_new_data(bytes.data(), bytes.size()));
+        return Tree(plist().new_data(bytes.data(), bytes.size()));
     }
     default:
         return nullptr;
@@ -200,10 +189,10 @@ Tree nodeAtDepth(const Value& value, int depth);
 
 // NOLINTNEXTLINE(misc-no-recursion): bounded by kMostNesting.
 Tree nodeFromArray(const Array& array, int depth) {
-    Tree tree(plist_new_array());
+    Tree tree(plist().new_array());
     for (const Value& element : array) {
         if (auto node = nodeAtDepth(element, depth + 1)) {
-            plist_array_append_item(tree.get(), node.release());
+            plist().array_append_item(tree.get(), node.release());
         }
     }
     return tree;
@@ -211,10 +200,10 @@ Tree nodeFromArray(const Array& array, int depth) {
 
 // NOLINTNEXTLINE(misc-no-recursion): bounded by kMostNesting.
 Tree nodeFromDictionary(const Dictionary& dictionary, int depth) {
-    Tree tree(plist_new_dict());
+    Tree tree(plist().new_dict());
     for (const auto& [key, entry] : dictionary) {
         if (auto node = nodeAtDepth(entry, depth + 1)) {
-            plist_dict_set_item(tree.get(), wellFormedText(key).c_str(), node.release());
+            plist().dict_set_item(tree.get(), wellFormedText(key).c_str(), node.release());
         }
     }
     return tree;
@@ -254,7 +243,7 @@ Data written(const Tree& tree, void (*write)(plist_t, char**, std::uint32_t*), v
 } // namespace
 
 void NodeDeleter::operator()(void* node) const {
-    plist_free(node);
+    plist().free(node);
 }
 
 Tree treeFromBytes(const Data& bytes) {
@@ -263,7 +252,7 @@ Tree treeFromBytes(const Data& bytes) {
         return nullptr;
     }
     const NumbersWithPoint numbers;
-    const auto read = isBinary(text) ? plist_from_bin : plist_from_xml;
+    const auto read = isBinary(text) ? plist().from_bin : plist().from_xml;
     plist_t node = nullptr;
     read(text.data(), static_cast<std::uint32_t>(text.size()), &node);
     Tree tree(node);
@@ -276,7 +265,7 @@ Tree treeFromValue(const Value& value) {
 
 // NOLINTNEXTLINE(misc-no-recursion): a tree is nested at most kMostNesting deep.
 Value valueFromNode(void* node) {
-    switch (plist_get_node_type(node)) {
+    switch (plist().get_node_type(node)) {
     case PLIST_ARRAY:
         return arrayFromNode(node);
     case PLIST_DICT:
@@ -287,38 +276,22 @@ Value valueFromNode(void* node) {
 }
 
 Data binaryFromTree(const Tree& tree) {
-    return written(tree, plist_to_bin, plist_to_bin_free);
+    return written(tree, plist().to_bin, plist().to_bin_free);
 }
 
 Data xmlFromTree(const Tree& tree) {
-    return written(tree, plist_to_xml, plist_to_xml_free);
-}
-
-std::string wellFormedText(std::string_view text) {
-    const bool isPlain = std::ranges::all_of(text, [](char byte) { return byte >= 0x20 && byte <= 0x7e; });
-    if (isPlain) {
-        return std::string(text);
-    }
-    // Puts U+FFFD in place of what is no UTF-8 by itself.
-    auto units = icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
-    for (std::int32_t index = 0; index < units.length(); ++index) {
-        if (!isXMLCharacter(units[index])) {
-            units.setCharAt(index, 0xfffd);
-        }
-    }
-    std::string wellFormed;
-    return units.toUTF8String(wellFormed);
+    return written(tree, plist().to_xml, plist().to_xml_free);
 }
 
 std::vector<Entry> entriesOfNode(void* node) {
     std::vector<Entry> entries;
     plist_dict_iter iterator = nullptr;
-    plist_dict_new_iter(node, &iterator);
+    plist().dict_new_iter(node, &iterator);
     const Iterator owner(iterator);
     while (iterator != nullptr) {
         char* key = nullptr;
         plist_t value = nullptr;
-        plist_dict_next_item(node, iterator, &key, &value);
+        plist().dict_next_item(node, iterator, &key, &value);
         const OwnedText ownedKey(key);
         if (value == nullptr) {
             break;
@@ -331,11 +304,11 @@ std::vector<Entry> entriesOfNode(void* node) {
 std::vector<void*> elementsOfNode(void* node) {
     std::vector<void*> elements;
     plist_array_iter iterator = nullptr;
-    plist_array_new_iter(node, &iterator);
+    plist().array_new_iter(node, &iterator);
     const Iterator owner(iterator);
     while (iterator != nullptr) {
         plist_t element = nullptr;
-        plist_array_next_item(node, iterator, &element);
+        plist().array_next_item(node, iterator, &element);
         if (element == nullptr) {
             break;
         }

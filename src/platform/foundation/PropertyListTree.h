@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace exifcard::propertylist {
 
@@ -25,10 +24,6 @@ Value valueFromNode(void* node);
 
 Data binaryFromTree(const Tree& tree);
 Data xmlFromTree(const Tree& tree);
-
-/// The text with U+FFFD in place of each byte that is no UTF-8 and each
-/// character that XML cannot hold.
-std::string wellFormedText(std::string_view text);
 
 /// A key and the node under it.
 using Entry = std::pair<std::string, void*>;

@@ -1,6 +1,6 @@
 #include "platform/photos/AssetFiles.h"
 
-#include "platform/foundation/PropertyListTree.h"
+#include "platform/foundation/PropertyListText.h"
 #include "platform/photos/AssetRow.h"
 #include "platform/photos/CatalogueConnections.h"
 #include "platform/photos/PhotoCatalogue.h"
