@@ -42,10 +42,11 @@ std::optional<std::string> writeOutput(
         return fmt::format("cannot make the folder {}", options.target);
     }
     if (options.overwrites) {
-        return writeFileAtomically(path, bytes) ? std::nullopt
-                                                : std::optional(fmt::format("cannot write {}", path));
+        return writeFileAtomically(path, bytes, Durability::Replaceable)
+                   ? std::nullopt
+                   : std::optional(fmt::format("cannot write {}", path));
     }
-    if (writeNewFile(path, bytes)) {
+    if (writeNewFile(path, bytes, Durability::Replaceable)) {
         return std::nullopt;
     }
     std::error_code error;

@@ -25,7 +25,8 @@ bool isFolder(const OutputOptions& options);
 /// @param extension  For a file in a folder, in place of the input's own: "jpg". Empty keeps that.
 std::string outputPath(const OutputOptions& options, const std::string& input, std::string_view extension);
 
-/// Writes the bytes; makes the folder that the target names.
+/// Writes the bytes, so that the whole file is there or none; the command can make it again, so the disk is
+/// not waited for. Makes the folder that the target names.
 /// @return Why not: "out.jpg is there already; --force replaces it". Nothing when all is written.
 std::optional<std::string> writeOutput(
     const OutputOptions& options, const std::string& path, const Data& bytes);

@@ -96,23 +96,30 @@ int renameToNew(const char* from, const char* to) {
     return isUnsupported && access(to, F_OK) != 0 ? rename(from, to) : result;
 }
 
-using Rename = int(const char* from, const char* to);
+struct Replacement {
+    int (*renaming)(const char* from, const char* to) = std::rename;
+    Durability durability = Durability::Lasting;
+};
 
 bool replaceFile(const fs::path& path,
     const Data& bytes,
     const FileDescriptor& file,
     const char* temporaryPath,
-    Rename renaming = std::rename) {
+    const Replacement& replacement) {
     if (!file.isOpen()) {
         return false;
     }
-    const bool isReplaced = writeAll(file.number(), bytes.bytes()) && fsync(file.number()) == 0 &&
-                            renaming(temporaryPath, path.c_str()) == 0;
+    const bool isLasting = replacement.durability == Durability::Lasting;
+    const bool isReplaced = writeAll(file.number(), bytes.bytes()) &&
+                            (!isLasting || fsync(file.number()) == 0) &&
+                            replacement.renaming(temporaryPath, path.c_str()) == 0;
     if (!isReplaced) {
         unlink(temporaryPath);
         return false;
     }
-    syncFolder(path.parent_path());
+    if (isLasting) {
+        syncFolder(path.parent_path());
+    }
     return true;
 }
 
@@ -165,23 +172,24 @@ bool makeFolder(const std::string& path) {
     return fs::is_directory(path, error);
 }
 
-bool writeFileAtomically(const std::string& path, const Data& bytes) {
+bool writeFileAtomically(const std::string& path, const Data& bytes, Durability durability) {
     const auto target = linkedFile(path);
     std::string temporaryPath = target.string() + ".XXXXXX";
     const FileDescriptor file(mkostemp(temporaryPath.data(), O_CLOEXEC)); // Makes it with mode 0600.
-    return replaceFile(target, bytes, file, temporaryPath.c_str());
+    return replaceFile(target, bytes, file, temporaryPath.c_str(), {.durability = durability});
 }
 
 bool writeFileAtomically(const std::string& path, const Data& bytes, const std::string& temporaryPath) {
     constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW;
     const FileDescriptor file(open(temporaryPath.c_str(), kFlags, kOwnersFile));
-    return replaceFile(linkedFile(path), bytes, file, temporaryPath.c_str());
+    return replaceFile(linkedFile(path), bytes, file, temporaryPath.c_str(), {});
 }
 
-bool writeNewFile(const std::string& path, const Data& bytes) {
+bool writeNewFile(const std::string& path, const Data& bytes, Durability durability) {
     std::string temporaryPath = path + ".XXXXXX";
     const FileDescriptor file(mkostemp(temporaryPath.data(), O_CLOEXEC));
-    return replaceFile(path, bytes, file, temporaryPath.c_str(), renameToNew);
+    return replaceFile(
+        path, bytes, file, temporaryPath.c_str(), {.renaming = renameToNew, .durability = durability});
 }
 
 } // namespace exifcard

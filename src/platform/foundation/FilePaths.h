@@ -24,11 +24,15 @@ std::string modulePath(std::string_view name);
 /// Makes the folder and those above it, for the owner only. False when that fails.
 bool makeFolder(const std::string& path);
 
-/// Writes the bytes beside a temporary name for the owner only, syncs and
-/// renames, so that the file is the old or the new one at any moment. A
+/// Whether a written file must outlast a power cut, for which the disk is waited for, or can be made anew.
+enum class Durability { Lasting, Replaceable };
+
+/// Writes the bytes beside a temporary name for the owner only, syncs a lasting
+/// file and renames, so that the file is the old or the new one at any moment. A
 /// symbolic link stays one: the file that it names is replaced.
 /// @return False when nothing was changed.
-bool writeFileAtomically(const std::string& path, const Data& bytes);
+bool writeFileAtomically(
+    const std::string& path, const Data& bytes, Durability durability = Durability::Lasting);
 
 /// The same through a fixed temporary name, for a file that its writers lock: a
 /// writer that was killed leaves at most this one file, and the next one uses it.
@@ -36,6 +40,6 @@ bool writeFileAtomically(const std::string& path, const Data& bytes);
 bool writeFileAtomically(const std::string& path, const Data& bytes, const std::string& temporaryPath);
 
 /// Writes a file as above that must not be there yet: what stands at the path is never replaced.
-bool writeNewFile(const std::string& path, const Data& bytes);
+bool writeNewFile(const std::string& path, const Data& bytes, Durability durability = Durability::Lasting);
 
 } // namespace exifcard

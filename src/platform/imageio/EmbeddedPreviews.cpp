@@ -142,8 +142,11 @@ std::vector<EmbeddedPreview> embeddedPreviews(const Data& file) {
 bool isSufficient(PixelSize preview, PixelSize stored, std::optional<PixelSize> wanted) {
     const double own = double(preview.width) * stored.height;
     const double other = double(preview.height) * stored.width;
+    // Who made the preview may have rounded the shorter side the other way.
     const bool isLargeEnough =
-        !wanted || (preview.width >= wanted->width && preview.height >= wanted->height);
+        !wanted ||
+        (std::max(preview.width, preview.height) >= std::max(wanted->width, wanted->height) &&
+            std::min(preview.width, preview.height) + 1 >= std::min(wanted->width, wanted->height));
     return isLargeEnough && own > 0 && std::abs(own - other) <= kShapeTolerance * own;
 }
 

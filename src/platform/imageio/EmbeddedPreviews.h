@@ -18,7 +18,8 @@ struct EmbeddedPreview {
 /// All of them, the smallest first. Reads headers alone, and those that lie wholly in the file.
 std::vector<EmbeddedPreview> embeddedPreviews(const Data& file);
 
-/// Whether a preview shows the whole picture, with at least as many pixels as wanted.
+/// Whether a preview shows the whole picture, with at least as many pixels as wanted; the shorter side may
+/// lack one.
 /// @param stored  The picture's size, turned like the preview. Thumbnails of another shape have black bars.
 /// @param wanted  Nothing: any size will do.
 bool isSufficient(PixelSize preview, PixelSize stored, std::optional<PixelSize> wanted);
