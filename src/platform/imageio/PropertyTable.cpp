@@ -1,5 +1,7 @@
 #include "platform/imageio/PropertyTable.h"
 
+#include <algorithm>
+
 namespace exifcard {
 
 PropertyCollector::PropertyCollector(const PropertyTable& table) : _table(table), _values(table.rows.size()) {
@@ -40,7 +42,9 @@ const Value& PropertyCollector::valueForKey(std::string_view key) const {
 
 DictionaryPtr PropertyCollector::dictionary() {
     std::vector<Dictionary::Entry> entries;
-    entries.reserve(_values.size());
+    // No more than there are: a list keeps those of thousands of photos.
+    entries.reserve(
+        _values.size() - static_cast<std::size_t>(std::ranges::count_if(_values, &Value::isNothing)));
     for (const std::uint8_t row : _table.rowsByKey) {
         if (!_values[row].isNothing()) {
             entries.emplace_back(_table.rows[row].key, std::move(_values[row]));
