@@ -104,6 +104,9 @@ public:
     /// thread, whenever `drain` should be called on the main thread; once until then. It
     /// may still be called a last time while another takes its place.
     static void setWakeHandler(std::function<void()> wake);
+    /// Lets the main thread go before the threads of all queues wherever both want a processor, so that a
+    /// frame waits for no picture. Counts for threads that start from then on.
+    static void goFirst();
 };
 
 } // namespace exifcard

@@ -3,6 +3,7 @@
 #include "platform/foundation/DispatchQueue.h"
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
@@ -42,6 +43,8 @@ public:
     void submit(DispatchQueue::Block block, DispatchQueue::Priority priority);
     /// How many threads there are: working, blocked and idle.
     std::size_t threadCount() const;
+    /// Threads that start from then on come after the other threads of the process for the processor.
+    void comeLast() { _comesLast = true; }
 
 private:
     friend class BlockingSection;
@@ -57,6 +60,7 @@ private:
     void endBlocking();
 
     const Limits _limits;
+    std::atomic<bool> _comesLast = false;
     mutable std::mutex _mutex;
     std::condition_variable _workOrTurn;
     std::array<std::deque<DispatchQueue::Block>, 4> _waiting; // One a priority. Guarded by _mutex.

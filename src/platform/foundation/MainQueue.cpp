@@ -104,4 +104,8 @@ void MainRunLoop::setWakeHandler(std::function<void()> wake) {
     MainQueue::instance().setWakeHandler(std::move(wake));
 }
 
+void MainRunLoop::goFirst() {
+    DispatchThreadPool::shared().comeLast();
+}
+
 } // namespace exifcard

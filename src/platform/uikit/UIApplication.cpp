@@ -61,6 +61,7 @@ void UIApplication::prepare() {
 
 void UIApplication::start() {
     keepPicturesOutOfHeap();
+    MainRunLoop::goFirst();
     QPixmapCache::setCacheLimit(kKeptPicturesInKibibytes);
     addBundledFonts();
     QApplication::setPalette(applicationPalette());

@@ -6,6 +6,8 @@
 #include <thread>
 #include <vector>
 
+#include <sys/resource.h>
+
 namespace exifcard {
 namespace {
 
@@ -40,6 +42,14 @@ TEST(DispatchThreadPoolTest, StartsHigherPrioritiesFirstAndEachInOrder) {
         isDone.wait();
     }
     EXPECT_EQ(started, (std::vector<std::string>{"high", "default 1", "default 2", "low", "background"}));
+}
+
+TEST(DispatchThreadPoolTest, ThreadsThatComeLastLeaveTheProcessorToOthers) {
+    const auto pool = poolOfWidthOne();
+    pool->comeLast();
+    std::promise<int> niceness;
+    pool->submit([&niceness] { niceness.set_value(getpriority(PRIO_PROCESS, 0)); }, Priority::High);
+    EXPECT_GT(niceness.get_future().get(), getpriority(PRIO_PROCESS, 0));
 }
 
 TEST(DispatchThreadPoolTest, ASemaphoreWakesTheLongestWaitingFirst) {
