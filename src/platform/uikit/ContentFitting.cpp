@@ -1,6 +1,7 @@
 #include "platform/uikit/ContentFitting.h"
 
 #include "platform/uikit/UIImage+Qt.h"
+#include "platform/uivalues/Bitmap.h"
 #include "platform/uivalues/UIImage.h"
 
 #include <QPainter>
@@ -36,17 +37,32 @@ Anchor anchorOf(UIViewContentMode mode) {
 /// third of the time that the mean of all pixels takes, which what is made smaller needs.
 constexpr double kSmallestShareDrawn = 0.5;
 
-/// The part, in the size of the place.
-void drawScaled(QPainter& painter, const QRect& place, const QImage& source, const QRect& part) {
-    const bool isDrawn = place.width() >= part.width() * kSmallestShareDrawn &&
-                         place.height() >= part.height() * kSmallestShareDrawn;
+void drawScaled(QPainter& painter, const QRect& place, const QImage& source) {
+    const bool isDrawn = place.width() >= source.width() * kSmallestShareDrawn &&
+                         place.height() >= source.height() * kSmallestShareDrawn;
     if (isDrawn) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawImage(place, source, part);
+        painter.drawImage(place, source);
     } else {
-        painter.drawImage(place.topLeft(),
-            source.copy(part).scaled(place.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        painter.drawImage(
+            place.topLeft(), source.scaled(place.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
+}
+
+/// In its place on a canvas of that size.
+QImage placed(const QImage& source, const QRect& place, const QSize& size) {
+    const bool isOpaque = !source.hasAlphaChannel() && place.contains(QRect(QPoint(0, 0), size));
+    if (isOpaque && source.size() == size && place.size() == size) {
+        return source; // What a list shows comes in its size.
+    }
+    QImage drawn(size, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    if (!isOpaque) {
+        drawn.fill(Qt::transparent);
+    }
+    QPainter painter(&drawn);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    drawScaled(painter, place, source);
+    return drawn;
 }
 
 QImage rounded(const QImage& canvas, double radius) {
@@ -93,32 +109,24 @@ QImage drawnContent(const UIImage& picture, const FittedContent& content) {
     const CGSize natural = picture.size();
     const QRectF target = fittedRect(QSizeF(natural.width, natural.height), content.viewSize, content.mode);
     const QSizeF targetPixels = target.size() * content.scale;
-    const QImage source = qImageFromUIImage(picture, CGSize{targetPixels.width(), targetPixels.height()});
-    if (source.isNull()) {
+    const auto bitmap = uprightBitmap(picture, CGSize{targetPixels.width(), targetPixels.height()});
+    if (!bitmap) {
         return {};
     }
     // Only what is seen is scaled, however long the picture is.
     const QRectF seen = target.intersected(QRectF(QPointF(0, 0), content.viewSize));
-    const double across = source.width() / target.width();
-    const double down = source.height() / target.height();
+    const double across = bitmap->width / target.width();
+    const double down = bitmap->height / target.height();
     const QRect part = QRectF((seen.x() - target.x()) * across, (seen.y() - target.y()) * down,
         seen.width() * across, seen.height() * down)
                            .toAlignedRect()
-                           .intersected(source.rect());
+                           .intersected(QRect(0, 0, bitmap->width, bitmap->height));
     const QRect place = QRectF(seen.topLeft() * content.scale, seen.size() * content.scale).toRect();
     if (part.isEmpty() || place.isEmpty()) {
         return {};
     }
     const QSize size = (content.viewSize * content.scale).toSize().expandedTo({1, 1});
-    const bool isOpaque = !source.hasAlphaChannel() && place.contains(QRect(QPoint(0, 0), size));
-    QImage drawn(size, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
-    if (!isOpaque) {
-        drawn.fill(Qt::transparent);
-    }
-    QPainter painter(&drawn);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    drawScaled(painter, place, source, part);
-    painter.end();
+    QImage drawn = placed(qImageFromBitmap(*bitmap, part), place, size);
     if (content.cornerRadius > 0) {
         drawn = rounded(drawn, content.cornerRadius * content.scale);
     }

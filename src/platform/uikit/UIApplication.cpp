@@ -13,6 +13,7 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QPixmapCache>
+#include <QResource>
 
 #include <memory>
 
@@ -47,7 +48,10 @@ void addBundledFonts() {
     keepFonts();
     const QDir fonts(QStringLiteral(":/fonts"));
     for (const QString& name : fonts.entryList()) {
-        QFontDatabase::addApplicationFont(fonts.filePath(name));
+        // Not copied: they lie in the program as they are.
+        const QResource font(fonts.filePath(name));
+        QFontDatabase::addApplicationFontFromData(
+            QByteArray::fromRawData(reinterpret_cast<const char*>(font.data()), font.size()));
     }
     QApplication::setFont(qFont({"AvenirNext-Regular", kControlTextSize}));
 }

@@ -23,9 +23,25 @@ QImage::Format formatOf(const Bitmap& bitmap) {
     }
 }
 
-QImage qImageFromBitmap(const Bitmap& bitmap) {
-    const QImage shared(bitmap.pixels.data(), bitmap.width, bitmap.height,
-        qsizetype{bitmap.width} * bitmap.channels, formatOf(bitmap));
+} // namespace
+
+std::shared_ptr<const Bitmap> uprightBitmap(const UIImage& picture, std::optional<CGSize> smallest) {
+    const int turn = exifFromImageOrientation(picture.orientation());
+    if (smallest && isQuarterTurn(turn)) {
+        std::swap(smallest->width, smallest->height);
+    }
+    auto stored = picture.bitmap(smallest);
+    if (!stored || stored->isEmpty()) {
+        return nullptr;
+    }
+    return turn == 1 ? stored : std::make_shared<const Bitmap>(turnedBitmap(*stored, turn));
+}
+
+QImage qImageFromBitmap(const Bitmap& bitmap, const QRect& part) {
+    const qsizetype rowLength = qsizetype{bitmap.width} * bitmap.channels;
+    const qsizetype start = part.y() * rowLength + qsizetype{part.x()} * bitmap.channels;
+    const QImage shared(
+        bitmap.pixels.data() + start, part.width(), part.height(), rowLength, formatOf(bitmap));
     QImage image = shared.convertToFormat(
         bitmap.channels == 4 ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
     if (!bitmap.iccProfile.empty()) {
@@ -40,18 +56,9 @@ QImage qImageFromBitmap(const Bitmap& bitmap) {
     return image;
 }
 
-} // namespace
-
-QImage qImageFromUIImage(const UIImage& picture, std::optional<CGSize> smallest) {
-    const int turn = exifFromImageOrientation(picture.orientation());
-    if (smallest && isQuarterTurn(turn)) {
-        std::swap(smallest->width, smallest->height);
-    }
-    const auto stored = picture.bitmap(smallest);
-    if (!stored || stored->isEmpty()) {
-        return {};
-    }
-    return qImageFromBitmap(turn == 1 ? *stored : turnedBitmap(*stored, turn));
+QImage qImageFromUIImage(const UIImage& picture) {
+    const auto bitmap = uprightBitmap(picture, std::nullopt);
+    return bitmap ? qImageFromBitmap(*bitmap, {0, 0, bitmap->width, bitmap->height}) : QImage();
 }
 
 std::shared_ptr<UIImage> imageFromQImage(const QImage& image, double scale) {
