@@ -142,7 +142,7 @@ void MBProgressHUD::hide(bool animated) {
     _isLeaving = true;
     setAttribute(Qt::WA_TransparentForMouseEvents); // What lies below can be used again at once.
     if (animated && isVisible()) {
-        const auto* const effect = qobject_cast<QGraphicsOpacityEffect*>(graphicsEffect());
+        const auto* const effect = qobject_cast<QGraphicsOpacityEffect*>(_box->graphicsEffect());
         fade(effect ? effect->opacity() : 1, 0, /*isLeaving=*/true);
     } else {
         QWidget::hide();
@@ -151,10 +151,10 @@ void MBProgressHUD::hide(bool animated) {
 }
 
 void MBProgressHUD::fade(double from, double to, bool isLeaving) {
-    // The effect draws through a picture of the whole overlay, so it stays no longer than the fading.
+    // The effect draws through a picture, so it has the box alone, and stays no longer than the fading.
     auto* const effect = new QGraphicsOpacityEffect(this);
     effect->setOpacity(from);
-    setGraphicsEffect(effect);
+    _box->setGraphicsEffect(effect);
     auto* const animation = new QVariantAnimation(effect);
     animation->setStartValue(from);
     animation->setEndValue(to);
@@ -168,7 +168,7 @@ void MBProgressHUD::fade(double from, double to, bool isLeaving) {
         } else {
             // Deletes the animation too, which is still telling of its end.
             QMetaObject::invokeMethod(
-                this, [this] { setGraphicsEffect(_isLeaving ? graphicsEffect() : nullptr); },
+                this, [this] { _box->setGraphicsEffect(_isLeaving ? _box->graphicsEffect() : nullptr); },
                 Qt::QueuedConnection);
         }
     });
@@ -181,6 +181,9 @@ void MBProgressHUD::setMode(MBProgressHUDMode mode) {
 }
 
 void MBProgressHUD::setLabelText(std::string text) {
+    if (text == _labelText) {
+        return; // Told again with each step of progress.
+    }
     _labelText = std::move(text);
     _label->setText(qString(_labelText));
     setAccessibleName(qString(_labelText));

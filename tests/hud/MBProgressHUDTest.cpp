@@ -39,8 +39,9 @@ TEST_F(MBProgressHUDTest, HidesTheOneOnTopOrAllOfThem) {
 
 TEST_F(MBProgressHUDTest, StaysWithoutEffectOnceItHasFadedIn) {
     const auto* const overlay = MBProgressHUD::showHUDAddedTo(view, /*animated=*/true);
-    EXPECT_NE(overlay->graphicsEffect(), nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([overlay] { return overlay->graphicsEffect() == nullptr; }));
+    const auto* const box = overlay->findChild<UIView*>(QString(), Qt::FindDirectChildrenOnly);
+    EXPECT_NE(box->graphicsEffect(), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([box] { return box->graphicsEffect() == nullptr; }));
     EXPECT_TRUE(overlay->isVisible());
 }
 
