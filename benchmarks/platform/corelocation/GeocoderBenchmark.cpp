@@ -3,6 +3,7 @@
 #include "platform/corelocation/CLGeocoder.h"
 #include "platform/corelocation/Gazetteer.h"
 #include "platform/corelocation/GazetteerFile.h"
+#include "platform/corelocation/PlaceScore.h"
 #include "platform/foundation/FilePaths.h"
 
 #include <benchmark/benchmark.h>
@@ -12,8 +13,8 @@
 #include <cstdint>
 #include <numbers>
 #include <random>
-#include <span>
 #include <stdexcept>
+#include <unordered_set>
 #include <vector>
 
 namespace exifcard {
@@ -27,9 +28,22 @@ const Data& bundledFile() {
     return file;
 }
 
-/// The points of the towns as nanoflann wants to see them.
+/// Every place once.
+std::vector<gazetteer::Point> pointsOfPlaces() {
+    const auto arrays = arraysOfGazetteerFile(bundledFile().bytes()).value();
+    std::vector<gazetteer::Point> points;
+    std::unordered_set<std::uint32_t> records;
+    for (const auto& [point, record] : arrays.candidates) {
+        if (records.insert(record).second) {
+            points.push_back(point);
+        }
+    }
+    return points;
+}
+
+/// The places as nanoflann wants to see them.
 struct Cloud {
-    std::span<const gazetteer::Point> points = arraysOfGazetteerFile(bundledFile().bytes()).value().points;
+    std::vector<gazetteer::Point> points = pointsOfPlaces();
 
     std::size_t kdtree_get_point_count() const { return points.size(); }
     float kdtree_get_pt(std::size_t index, std::size_t axis) const {

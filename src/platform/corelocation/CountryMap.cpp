@@ -53,14 +53,14 @@ double distanceToEdge(const Edge& edge, const MapVector& point, double degreeOfL
 } // namespace
 
 std::optional<CountryMap> CountryMap::make(std::span<const gazetteer::Cell> cells,
-    std::span<const std::uint32_t> edges,
+    std::span<const gazetteer::EdgeRun> runs,
     std::span<const gazetteer::Vertex> vertices,
     std::span<const std::uint8_t> countriesOfVertices) {
     if (cells.size() != gazetteer::kCellRows * gazetteer::kCellColumns ||
         vertices.size() != countriesOfVertices.size()) {
         return std::nullopt;
     }
-    return CountryMap(cells, edges, vertices, countriesOfVertices);
+    return CountryMap(cells, runs, vertices, countriesOfVertices);
 }
 
 /// A cell of the grid, seen from its middle.
@@ -83,18 +83,26 @@ CountryMap::Surroundings CountryMap::surroundingsOf(const CLLocationCoordinate2D
 template<typename Visit>
 bool CountryMap::visitEdges(const Surroundings& surroundings, Visit visit) const {
     const auto& cell = *surroundings.cell;
-    if (cell.firstEdge > _edges.size() || cell.edgeCount > _edges.size() - cell.firstEdge) {
+    if (cell.firstRun > _runs.size() || cell.runCount > _runs.size() - cell.firstRun) {
         return false;
     }
     const auto wayToVertex = [this, &surroundings](std::size_t vertex) {
         return gazetteer::wayBetween(
             surroundings.middle, {_vertices[vertex].latitude, _vertices[vertex].longitude});
     };
-    for (const std::size_t vertex : _edges.subspan(cell.firstEdge, cell.edgeCount)) {
-        if (vertex + 1 >= _vertices.size()) {
+    std::size_t edgesLeft = gazetteer::kMostEdgesOfACell;
+    for (const auto& run : _runs.subspan(cell.firstRun, cell.runCount)) {
+        const std::size_t end = std::size_t{run.firstVertex} + run.edgeCount;
+        if (run.edgeCount > edgesLeft || end >= _vertices.size()) {
             return false;
         }
-        visit(Edge{wayToVertex(vertex), wayToVertex(vertex + 1)}, vertex);
+        edgesLeft -= run.edgeCount;
+        auto begin = wayToVertex(run.firstVertex);
+        for (std::size_t vertex = run.firstVertex; vertex < end; ++vertex) {
+            const auto next = wayToVertex(vertex + 1);
+            visit(Edge{begin, next}, vertex);
+            begin = next;
+        }
     }
     return true;
 }

@@ -20,7 +20,7 @@ public:
     /// A map over arrays that outlive it.
     /// @return Nothing when the arrays don't fit one another.
     static std::optional<CountryMap> make(std::span<const gazetteer::Cell> cells,
-        std::span<const std::uint32_t> edges,
+        std::span<const gazetteer::EdgeRun> runs,
         std::span<const gazetteer::Vertex> vertices,
         std::span<const std::uint8_t> countriesOfVertices);
 
@@ -33,11 +33,11 @@ public:
 
 private:
     CountryMap(std::span<const gazetteer::Cell> cells,
-        std::span<const std::uint32_t> edges,
+        std::span<const gazetteer::EdgeRun> runs,
         std::span<const gazetteer::Vertex> vertices,
         std::span<const std::uint8_t> countriesOfVertices)
         : _cells(cells)
-        , _edges(edges)
+        , _runs(runs)
         , _vertices(vertices)
         , _countriesOfVertices(countriesOfVertices) {}
 
@@ -47,7 +47,7 @@ private:
     bool visitEdges(const Surroundings& surroundings, Visit visit) const;
 
     std::span<const gazetteer::Cell> _cells;
-    std::span<const std::uint32_t> _edges;
+    std::span<const gazetteer::EdgeRun> _runs;
     std::span<const gazetteer::Vertex> _vertices;
     std::span<const std::uint8_t> _countriesOfVertices;
 };

@@ -9,15 +9,9 @@
 namespace exifcard {
 namespace {
 
-/// Farther away, no place names a point. Kilometres.
-constexpr float kReach = 50;
 /// So near to its centre, a place names a point also far from all coasts of the map: some islands are too
 /// small for it. Kilometres.
 constexpr float kNearPlace = 5;
-/// A quarter is named as far beyond its edge as this, since quarters are taken for discs but lie close
-/// together. Kilometres.
-constexpr float kBesideQuarter = 0.5;
-
 /// Nearer to a border the map may be wrong: of the towns that lie so near to one, it puts every fourth to
 /// twentieth abroad. Kilometres.
 constexpr double kUncertainBorder = 1.5;
@@ -28,8 +22,8 @@ constexpr Gazetteer::Answer kNoResult = {.error = CLError::NoResult};
 constexpr Gazetteer::Answer kDamaged = {.error = CLError::Network};
 
 /// Where the map is wrong, a place lies in both countries.
-bool liesIn(const gazetteer::Record& record, std::uint8_t country) {
-    return record.country == country || record.countryOnMap == country;
+bool liesIn(const std::optional<gazetteer::Record>& record, std::uint8_t country) {
+    return record && (record->country == country || record->countryOnMap == country);
 }
 
 } // namespace
@@ -39,23 +33,20 @@ std::unique_ptr<const Gazetteer> Gazetteer::open(Data file) {
     if (!arrays) {
         return nullptr;
     }
-    const auto places = PlaceTree::make(arrays->points, arrays->nodes);
-    const auto quarters = PlaceTree::make(arrays->quarterPoints, arrays->quarterNodes);
+    const auto places = PlaceTree::make(arrays->nodes, arrays->leaves, arrays->patches, arrays->candidates);
     const auto map =
-        CountryMap::make(arrays->cells, arrays->edges, arrays->vertices, arrays->countriesOfVertices);
-    if (!places || !quarters || !map) {
+        CountryMap::make(arrays->cells, arrays->runs, arrays->vertices, arrays->countriesOfVertices);
+    if (!places || !map) {
         return nullptr;
     }
-    return std::unique_ptr<const Gazetteer>(
-        new Gazetteer(std::move(file), *arrays, *places, *quarters, *map));
+    return std::unique_ptr<const Gazetteer>(new Gazetteer(std::move(file), *arrays, *places, *map));
 }
 
-Gazetteer::Gazetteer(
-    Data file, const GazetteerArrays& arrays, PlaceTree places, PlaceTree quarters, CountryMap map)
+Gazetteer::Gazetteer(Data file, const GazetteerArrays& arrays, PlaceTree places, CountryMap map)
     : _file(std::move(file))
-    , _arrays(arrays)
+    , _countryCodes(arrays.countryCodes)
+    , _records(arrays.records)
     , _places(places)
-    , _quarters(quarters)
     , _map(map) {
 }
 
@@ -68,14 +59,15 @@ Gazetteer::Answer Gazetteer::placeAt(const CLLocationCoordinate2D& coordinate) c
 }
 
 Gazetteer::Answer Gazetteer::answerAtValid(const CLLocationCoordinate2D& coordinate) const {
-    const Spot spot = {.coordinate = coordinate, .point = pointAtCoordinate(coordinate)};
-    const auto place = bestPlace(spot, std::nullopt);
-    if (place) {
-        // Its name is on its way while the map is read.
-        const std::size_t offset = _arrays.records[place->index].nameOffset;
-        __builtin_prefetch(_arrays.names.data() + std::min(offset, _arrays.names.size()));
+    const auto surroundings = _places.surroundingsOf(coordinate);
+    if (!surroundings) {
+        return kDamaged;
     }
-    const auto country = _map.countryAt(coordinate);
+    const Spot spot = {.coordinate = coordinate,
+        .point = pointAtCoordinate(coordinate),
+        .surroundings = *surroundings};
+    const auto place = bestPlace(spot, [](std::uint32_t /*record*/) { return true; });
+    const auto country = surroundings->country ? surroundings->country : _map.countryAt(coordinate);
     if (!country) {
         return kDamaged;
     }
@@ -83,7 +75,7 @@ Gazetteer::Answer Gazetteer::answerAtValid(const CLLocationCoordinate2D& coordin
 }
 
 Gazetteer::Answer Gazetteer::answerAtSea(
-    const Spot& spot, const std::optional<PlaceTree::Found>& place) const {
+    const Spot& spot, const std::optional<FoundPlace>& place) const {
     const auto coast = _map.nearestNeighbour(spot.coordinate, gazetteer::kNoCountry);
     if (place && (coast || place->distance < kNearPlace)) {
         return answerForPlace(spot, *place);
@@ -92,14 +84,15 @@ Gazetteer::Answer Gazetteer::answerAtSea(
 }
 
 Gazetteer::Answer Gazetteer::answerOnLand(
-    const Spot& spot, const std::optional<PlaceTree::Found>& place, std::uint8_t country) const {
+    const Spot& spot, const std::optional<FoundPlace>& place, std::uint8_t country) const {
     if (!place) {
         return answerForCountry(country);
     }
-    if (liesIn(_arrays.records[place->index], country)) {
+    if (liesIn(_records.recordAt(place->record), country)) {
         return answerForPlace(spot, *place);
     }
-    const auto domestic = bestPlace(spot, country);
+    const auto domestic = bestPlace(
+        spot, [&](std::uint32_t record) { return liesIn(_records.recordAt(record), country); });
     const auto border = _map.nearestNeighbour(spot.coordinate, country);
     const bool mayBeAbroad = border && border->distance < kUncertainBorder;
     if (mayBeAbroad && (!domestic || place->score < domestic->score - kBorderMargin)) {
@@ -108,41 +101,42 @@ Gazetteer::Answer Gazetteer::answerOnLand(
     return domestic ? answerForPlace(spot, *domestic) : answerForCountry(country);
 }
 
-std::optional<PlaceTree::Found> Gazetteer::bestPlace(
-    const Spot& spot, std::optional<std::uint8_t> country) const {
-    return _places.find({.point = spot.point, .reach = kReach}, [this, country](std::uint32_t place) {
-        __builtin_prefetch(&_arrays.records[place]); // It is wanted soon, and hardly ever in the cache.
-        return !country || liesIn(_arrays.records[place], *country);
+template<typename IsWanted>
+std::optional<FoundPlace> Gazetteer::bestPlace(const Spot& spot, IsWanted isWanted) const {
+    const PlaceSearch search = {.point = spot.point, .reach = kReachOfPlaces};
+    return exifcard::bestPlace(search, spot.surroundings.places, [&](std::uint32_t record) {
+        _records.prefetch(record);
+        return isWanted(record);
     });
 }
 
-Gazetteer::Answer Gazetteer::answerForPlace(const Spot& spot, const PlaceTree::Found& place) const {
-    const auto& record = _arrays.records[place.index];
-    if (record.town != place.index) {
-        return answerForTown(record.town, place.index);
+Gazetteer::Answer Gazetteer::answerForPlace(const Spot& spot, const FoundPlace& place) const {
+    const auto record = _records.recordAt(place.record);
+    if (!record) {
+        return kDamaged;
     }
-    if (record.hasQuarters == 0) {
-        return answerForTown(place.index, std::nullopt);
+    if (record->town != place.record) {
+        return answerForTown(record->town, place.record);
+    }
+    if (record->hasQuarters == 0) {
+        return answerForTown(place.record, std::nullopt);
     }
     // In the middle of a town one is in none of its quarters.
-    const PlaceTree::Search search = {
+    const PlaceSearch search = {
         .point = spot.point, .reach = place.distance, .scoreBelow = kBesideQuarter};
-    const auto quarter = _quarters.find(search, [this, town = place.index](std::uint32_t candidate) {
-        const auto position = _arrays.quarters[candidate];
-        return position < _arrays.records.size() && _arrays.records[position].town == town;
-    });
-    return answerForTown(
-        place.index, quarter ? std::optional(_arrays.quarters[quarter->index]) : std::nullopt);
+    const auto quarter =
+        exifcard::bestPlace(search, spot.surroundings.quarters, [&](std::uint32_t candidate) {
+            const auto section = _records.recordAt(candidate);
+            return section && section->town == place.record;
+        });
+    return answerForTown(place.record, quarter ? std::optional(quarter->record) : std::nullopt);
 }
 
 Gazetteer::Answer Gazetteer::answerForTown(std::uint32_t town, std::optional<std::uint32_t> quarter) const {
-    if (town >= _arrays.records.size()) {
-        return kDamaged;
-    }
-    const auto& record = _arrays.records[town];
-    const auto locality = nameOf(record);
-    const auto subLocality = quarter ? nameOf(_arrays.records[*quarter]) : std::string_view();
-    Answer answer = answerForCountry(record.country);
+    const auto record = _records.recordAt(town);
+    const auto locality = _records.nameAt(town);
+    const auto subLocality = quarter ? _records.nameAt(*quarter) : std::string_view();
+    Answer answer = record ? answerForCountry(record->country) : kDamaged;
     if (!locality || !subLocality || answer.error) {
         return kDamaged;
     }
@@ -152,21 +146,12 @@ Gazetteer::Answer Gazetteer::answerForTown(std::uint32_t town, std::optional<std
 }
 
 Gazetteer::Answer Gazetteer::answerForCountry(std::uint8_t country) const {
-    if (country == gazetteer::kNoCountry || country >= _arrays.countryCodes.size()) {
+    if (country == gazetteer::kNoCountry || country >= _countryCodes.size()) {
         return kDamaged;
     }
-    const auto& code = _arrays.countryCodes[country];
+    const auto& code = _countryCodes[country];
     const std::string_view text(code.data(), code.size());
     return isValidUTF8(text) ? Answer{.isoCountryCode = text} : kDamaged;
-}
-
-std::optional<std::string_view> Gazetteer::nameOf(const gazetteer::Record& record) const {
-    const std::string_view names(_arrays.names.data(), _arrays.names.size());
-    if (record.nameOffset > names.size() || record.nameLength > names.size() - record.nameOffset) {
-        return std::nullopt;
-    }
-    const auto name = names.substr(record.nameOffset, record.nameLength);
-    return isValidUTF8(name) ? std::optional(name) : std::nullopt;
 }
 
 } // namespace exifcard

@@ -3,12 +3,15 @@
 #include "platform/corelocation/CLGeocoder.h"
 #include "platform/corelocation/CountryMap.h"
 #include "platform/corelocation/GazetteerFile.h"
+#include "platform/corelocation/PlaceRecords.h"
+#include "platform/corelocation/PlaceScore.h"
 #include "platform/corelocation/PlaceTree.h"
 #include "platform/foundation/Data.h"
 
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace exifcard {
@@ -36,26 +39,26 @@ private:
     struct Spot {
         CLLocationCoordinate2D coordinate;
         gazetteer::Point point;
+        PlaceTree::Surroundings surroundings;
     };
-    Gazetteer(Data file, const GazetteerArrays& arrays, PlaceTree places, PlaceTree quarters, CountryMap map);
+    Gazetteer(Data file, const GazetteerArrays& arrays, PlaceTree places, CountryMap map);
 
     Answer answerAtValid(const CLLocationCoordinate2D& coordinate) const;
     /// @param place  The best one of any country, within reach.
-    Answer answerAtSea(const Spot& spot, const std::optional<PlaceTree::Found>& place) const;
+    Answer answerAtSea(const Spot& spot, const std::optional<FoundPlace>& place) const;
     Answer answerOnLand(
-        const Spot& spot, const std::optional<PlaceTree::Found>& place, std::uint8_t country) const;
-    /// @param country  The only one that counts; any if absent.
-    std::optional<PlaceTree::Found> bestPlace(const Spot& spot, std::optional<std::uint8_t> country) const;
-    Answer answerForPlace(const Spot& spot, const PlaceTree::Found& place) const;
+        const Spot& spot, const std::optional<FoundPlace>& place, std::uint8_t country) const;
+    template<typename IsWanted>
+    std::optional<FoundPlace> bestPlace(const Spot& spot, IsWanted isWanted) const;
+    Answer answerForPlace(const Spot& spot, const FoundPlace& place) const;
     Answer answerForTown(std::uint32_t town, std::optional<std::uint32_t> quarter) const;
     Answer answerForCountry(std::uint8_t country) const;
-    /// Nothing where the file is damaged.
-    std::optional<std::string_view> nameOf(const gazetteer::Record& record) const;
 
     Data _file;
-    GazetteerArrays _arrays; // Within _file.
+    // All within _file:
+    std::span<const gazetteer::CountryCode> _countryCodes;
+    PlaceRecords _records;
     PlaceTree _places;
-    PlaceTree _quarters;
     CountryMap _map;
 };
 

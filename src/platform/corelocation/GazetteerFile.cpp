@@ -12,16 +12,14 @@ using gazetteer::kAlignment;
 /// The one list of what lies in a file, for reading and for writing.
 template<typename Visit>
 void visitArrays(gazetteer::Header& header, GazetteerArrays& arrays, Visit visit) {
-    visit(header.points, arrays.points);
     visit(header.nodes, arrays.nodes);
+    visit(header.leaves, arrays.leaves);
+    visit(header.patches, arrays.patches);
+    visit(header.candidates, arrays.candidates);
     visit(header.records, arrays.records);
-    visit(header.quarterPoints, arrays.quarterPoints);
-    visit(header.quarterNodes, arrays.quarterNodes);
-    visit(header.quarters, arrays.quarters);
-    visit(header.names, arrays.names);
     visit(header.countryCodes, arrays.countryCodes);
     visit(header.cells, arrays.cells);
-    visit(header.edges, arrays.edges);
+    visit(header.runs, arrays.runs);
     visit(header.vertices, arrays.vertices);
     visit(header.countriesOfVertices, arrays.countriesOfVertices);
 }
@@ -36,12 +34,6 @@ std::optional<std::span<const Element>> elementsAt(
     }
     const auto* const first = reinterpret_cast<const Element*>(file.data() + section.offset);
     return std::span(first, section.count);
-}
-
-bool doArraysBelongTogether(const GazetteerArrays& arrays) {
-    return arrays.points.size() == arrays.records.size() &&
-           arrays.quarterPoints.size() == arrays.quarters.size() &&
-           arrays.vertices.size() == arrays.countriesOfVertices.size();
 }
 
 } // namespace
@@ -63,7 +55,7 @@ std::optional<GazetteerArrays> arraysOfGazetteerFile(std::span<const std::uint8_
         isWhole = isWhole && elements;
         array = elements.value_or(std::span<const Element>());
     });
-    return isWhole && doArraysBelongTogether(arrays) ? std::optional(arrays) : std::nullopt;
+    return isWhole ? std::optional(arrays) : std::nullopt;
 }
 
 std::vector<std::uint8_t> gazetteerFileWithArrays(GazetteerArrays arrays) {

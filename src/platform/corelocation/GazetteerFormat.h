@@ -11,7 +11,7 @@ namespace exifcard::gazetteer {
 
 constexpr std::array<char, 8> kMagic = {'e', 'x', 'i', 'f', 'g', 'a', 'z', '\n'};
 /// Also tells a file from a machine with another byte order.
-constexpr std::uint32_t kVersion = 2;
+constexpr std::uint32_t kVersion = 3;
 
 /// A line of the processor's cache, so that no element lies in two.
 constexpr std::size_t kAlignment = 64;
@@ -26,16 +26,14 @@ struct Header {
     std::array<char, 8> magic = kMagic;
     std::uint32_t version = kVersion;
     std::uint32_t fileSize = 0;
-    Section points;              ///< `Point`, of all places in the order of their `PlaceTree`
-    Section nodes;               ///< `Node`, of that tree
-    Section records;             ///< `Record`, in the order of the points
-    Section quarterPoints;       ///< `Point`, once more of the quarters alone in the order of their tree
-    Section quarterNodes;        ///< `Node`, of that tree
-    Section quarters;            ///< `std::uint32_t`, where each of them stands among all places
-    Section names;               ///< `char`, UTF-8
+    Section nodes;               ///< `Node`, of the `PlaceTree`
+    Section leaves;              ///< `Leaf`, of that tree
+    Section patches;             ///< `Patch`, of leaves of that tree
+    Section candidates;          ///< `Candidate`, leaf by leaf
+    Section records;             ///< `Record` and its name, one after the other without gaps
     Section countryCodes;        ///< `CountryCode`; the first stands for no country
     Section cells;               ///< `Cell`, rows from the south pole, columns from 180° west
-    Section edges;               ///< `std::uint32_t`, the vertex where an edge begins, cell by cell
+    Section runs;                ///< `EdgeRun`, cell by cell
     Section vertices;            ///< `Vertex`, ring by ring
     Section countriesOfVertices; ///< `std::uint8_t`, the country that the ring bounds
 };
@@ -48,37 +46,77 @@ struct Point {
     float radius = 0; ///< Of the place's extent. Kilometres.
 };
 
-/// A branch of a `PlaceTree`, halved across an axis: the points of its lower half lie up to `lowerEnd`, those
-/// of its upper half from `upperBegin` on.
+/// A rectangle of the map, halved at a parallel or a meridian.
 struct Node {
-    float greatestRadius = 0; ///< Of all points.
-    float lowerEnd = 0;
-    float upperBegin = 0;
-    std::uint32_t axis = 0; ///< 0 for x, 1 for y, 2 for z.
+    float boundary = 0; ///< Degrees.
+    std::uint32_t isMeridian = 0;
+};
+
+/// What may name a point of a leaf. It is written down anew for each of the leaves that it matters to,
+/// so that they lie together.
+struct Candidate {
+    Point point;
+    std::uint32_t record = 0; ///< Where that begins among the records, in bytes.
 };
 
 using CountryCode = std::array<char, 2>;
 constexpr std::uint8_t kNoCountry = 0;
+/// Stands for a country where an outline crosses.
+constexpr std::uint8_t kSeveralCountries = 255;
 
+/// Which candidates matter in a rectangle: first all places, then the quarters of those.
+struct Leaf {
+    std::uint32_t firstCandidate = 0;
+    std::uint32_t placeCount : 10 = 0;
+    std::uint32_t quarterCount : 6 = 0;
+    /// The country that all of it lies in, none at sea; or, from `kFirstPatch` on, the number of its patch.
+    std::uint32_t territory : 16 = kNoCountry;
+};
+constexpr std::size_t kMostPlacesOfALeaf = 1'023;
+constexpr std::size_t kMostQuartersOfALeaf = 63;
+constexpr std::size_t kFirstPatch = 256;
+constexpr std::size_t kMostPatches = 65'536 - kFirstPatch;
+
+/// A leaf that outlines cross, cut up once more.
+struct Patch {
+    static constexpr std::size_t kSide = 8; ///< Rows and columns.
+
+    float south = 0;
+    float west = 0;
+    float rowsPerDegree = 0;
+    float columnsPerDegree = 0;
+    /// Of each part, row by row from the south west; `kSeveralCountries` where the map must be asked.
+    std::array<std::uint8_t, kSide * kSide> countries = {};
+};
+
+/// What is known of a place. Its name, in UTF-8, comes after it.
 struct Record {
-    std::uint32_t nameOffset = 0;
-    std::uint8_t nameLength = 0;
-    std::uint8_t country = 0; ///< In `countryCodes`.
+    /// The record of the town that this is a quarter of; where it begins itself when it is none.
+    std::uint32_t town = 0;
+    std::uint8_t country = kNoCountry; ///< In `countryCodes`.
     /// Where the map of countries puts its centre: another country where the map is coarse or sees a
     /// dispute otherwise, none where it has sea.
     std::uint8_t countryOnMap = kNoCountry;
     std::uint8_t hasQuarters = 0; ///< 1 when places of this file are its quarters.
-    /// Where the town stands that this is a quarter of; where it stands itself when it is none.
-    std::uint32_t town = 0;
+    std::uint8_t nameLength = 0;  ///< Bytes.
 };
 
 /// One rectangle of the grid over the countries.
 struct Cell {
-    std::uint32_t firstEdge = 0;
-    std::uint16_t edgeCount = 0;       ///< Edges within `kShore` of the cell.
+    std::uint32_t firstRun = 0;
+    std::uint16_t runCount = 0;        ///< Of the edges within `kShore` of the cell.
     std::uint8_t country = kNoCountry; ///< At its centre; none at sea.
     std::uint8_t unused = 0;
 };
+
+/// Edges, each of which begins where the one before it ends.
+struct EdgeRun {
+    std::uint32_t firstVertex = 0;
+    std::uint32_t edgeCount = 0;
+};
+
+/// Of the runs together.
+constexpr std::size_t kMostEdgesOfACell = 65'535;
 
 /// Edges run from a vertex to the next one of its ring, the last of which is the first again.
 struct Vertex {

@@ -43,9 +43,13 @@ inline std::size_t cellColumnAtLongitude(double longitude) {
     return static_cast<std::size_t>(std::clamp(columns, 0.0, double{kCellColumns - 1}));
 }
 
+/// In cells: a little beside the middle, since outlines turn at thousandths of a degree and must not pass
+/// through a point that ways begin at.
+constexpr double kMiddleOfCell = 0.5004;
+
 inline CLLocationCoordinate2D middleOfCell(std::size_t row, std::size_t column) {
-    return {.latitude = (static_cast<double>(row) + 0.5) / kCellsPerDegree - 90,
-        .longitude = (static_cast<double>(column) + 0.5) / kCellsPerDegree - 180};
+    return {.latitude = (static_cast<double>(row) + kMiddleOfCell) / kCellsPerDegree - 90,
+        .longitude = (static_cast<double>(column) + kMiddleOfCell) / kCellsPerDegree - 180};
 }
 
 } // namespace exifcard::gazetteer

@@ -1,169 +1,68 @@
 #include "platform/corelocation/PlaceTree.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
-#include <cmath>
-#include <numbers>
+#include <cstddef>
 
 namespace exifcard {
-namespace {
 
-/// At most, and half as many at least: fewer make the way down longer, more the look through them; measured.
-constexpr std::size_t kPointsOfALeaf = 32;
-
-std::size_t leafCountForPoints(std::size_t pointCount) {
-    return std::bit_ceil(pointCount / kPointsOfALeaf + 1);
-}
-
-float square(float value) {
-    return value * value;
-}
-
-/// Along the chord, which at 50 km is shorter than the way on the ground by less than a metre.
-float squaredDistance(const gazetteer::Point& point, const gazetteer::Point& place) {
-    return square(place.x - point.x) + square(place.y - point.y) + square(place.z - point.z);
-}
-
-/// What a place must beat. Squares are compared, so that roots are drawn of good places only.
-class Bar {
-public:
-    explicit Bar(const PlaceTree::Search& search) : _reach(search.reach) { raise(search.scoreBelow); }
-
-    /// Whether something with this radius, so far away, has a low enough score.
-    bool isBeatenAt(float squaredDistance, float radius) const {
-        return squaredDistance < square(std::min(radius * _factor + _summand, _reach));
-    }
-    /// `placeScore` turned round.
-    void raise(float score) {
-        _factor = score < 0 ? score + 1 : 1;
-        _summand = score < 0 ? 0 : score;
-    }
-
-private:
-    float _reach = 0;
-    float _factor = 1;
-    float _summand = 0;
-};
-
-/// A node that is still to be gone into.
-struct Branch {
-    std::uint32_t node = 1;
-    std::array<float, 3> apart = {}; ///< From the point to all its places at least so far along each axis.
-
-    float squaredDistance() const { return square(apart[0]) + square(apart[1]) + square(apart[2]); }
-};
-
-/// Goes down a tree for one search.
-class Walk {
-public:
-    Walk(const PlaceTree::Search& search,
-        std::span<const gazetteer::Point> points,
-        std::span<const gazetteer::Node> nodes)
-        : _point(search.point)
-        , _points(points)
-        , _nodes(nodes)
-        , _bar(search) {}
-
-    std::optional<PlaceTree::Found> best(const std::function<bool(std::uint32_t)>& isWanted) {
-        putAside({});
-        while (_count > 0) {
-            Branch branch = _waiting[--_count];
-            const std::size_t leafCount = _nodes.size() / 2;
-            while (isPromising(branch, branch.node) && branch.node < leafCount) {
-                branch = nearerHalf(branch);
-            }
-            if (isPromising(branch, branch.node)) {
-                lookThrough(branch.node - leafCount, isWanted);
-            }
-        }
-        return _best;
-    }
-
-private:
-    /// @param node  The branch's own, or one above it, whose greatest radius is no smaller.
-    bool isPromising(const Branch& branch, std::uint32_t node) const {
-        return _bar.isBeatenAt(branch.squaredDistance(), _nodes[node].greatestRadius);
-    }
-
-    void putAside(const Branch& branch) { _waiting[_count++] = branch; }
-
-    /// Puts the farther half aside.
-    Branch nearerHalf(const Branch& branch) {
-        // The grandchildren, which share a line of the cache, are on their way while the children are looked
-        // at.
-        __builtin_prefetch(_nodes.data() + std::min(4 * std::size_t{branch.node}, _nodes.size()));
-        const auto& node = _nodes[branch.node];
-        const std::size_t axis = std::min<std::size_t>(node.axis, 2);
-        const float value = std::array{_point.x, _point.y, _point.z}[axis];
-        const float beyondLower = value - node.lowerEnd;
-        const float beforeUpper = node.upperBegin - value;
-        const bool isLowerNearer = beyondLower < beforeUpper;
-        Branch nearer = branch;
-        Branch farther = branch;
-        nearer.node = 2 * branch.node + (isLowerNearer ? 0 : 1);
-        farther.node = 2 * branch.node + (isLowerNearer ? 1 : 0);
-        farther.apart[axis] = isLowerNearer ? beforeUpper : beyondLower;
-        if (isPromising(farther, branch.node)) {
-            putAside(farther);
-        }
-        return nearer;
-    }
-
-    void lookThrough(std::size_t leaf, const std::function<bool(std::uint32_t)>& isWanted) {
-        const std::size_t leafCount = _nodes.size() / 2;
-        const std::size_t end = _points.size() * (leaf + 1) / leafCount;
-        for (std::size_t index = _points.size() * leaf / leafCount; index < end; ++index) {
-            const auto& place = _points[index];
-            const float squared = squaredDistance(_point, place);
-            const auto number = static_cast<std::uint32_t>(index);
-            if (_bar.isBeatenAt(squared, place.radius) && isWanted(number)) {
-                const float distance = std::sqrt(squared);
-                _best = {.index = number, .distance = distance, .score = placeScore(distance, place.radius)};
-                _bar.raise(_best->score);
-            }
-        }
-    }
-
-    gazetteer::Point _point;
-    std::span<const gazetteer::Point> _points;
-    std::span<const gazetteer::Node> _nodes;
-    Bar _bar;
-    std::optional<PlaceTree::Found> _best;
-    // On the way down one branch a level is put aside, so there are never more than bits in a number.
-    std::array<Branch, 32> _waiting;
-    std::size_t _count = 0;
-};
-
-} // namespace
-
-gazetteer::Point pointAtCoordinate(const CLLocationCoordinate2D& coordinate) {
-    constexpr double kRadians = std::numbers::pi / 180;
-    const double latitude = coordinate.latitude * kRadians;
-    const double longitude = coordinate.longitude * kRadians;
-    const double ofAxis = gazetteer::kEarthRadius * std::cos(latitude);
-    return {
-        .x = static_cast<float>(ofAxis * std::cos(longitude)),
-        .y = static_cast<float>(ofAxis * std::sin(longitude)),
-        .z = static_cast<float>(gazetteer::kEarthRadius * std::sin(latitude)),
-    };
-}
-
-std::optional<PlaceTree> PlaceTree::make(
-    std::span<const gazetteer::Point> points, std::span<const gazetteer::Node> nodes) {
-    if (nodes.size() != nodeCount(points.size())) {
+std::optional<PlaceTree> PlaceTree::make(std::span<const gazetteer::Node> nodes,
+    std::span<const gazetteer::Leaf> leaves,
+    std::span<const gazetteer::Patch> patches,
+    std::span<const gazetteer::Candidate> candidates) {
+    if (!std::has_single_bit(nodes.size()) || leaves.size() != nodes.size()) {
         return std::nullopt;
     }
-    return PlaceTree(points, nodes);
+    return PlaceTree(nodes, leaves, patches, candidates);
 }
 
-std::size_t PlaceTree::nodeCount(std::size_t pointCount) {
-    return 2 * leafCountForPoints(pointCount); // The first one is not used.
+std::optional<PlaceTree::Surroundings> PlaceTree::surroundingsOf(
+    const CLLocationCoordinate2D& coordinate) const {
+    const auto& leaf = leafAt(coordinate);
+    const std::size_t count = std::size_t{leaf.placeCount} + leaf.quarterCount;
+    if (leaf.firstCandidate > _candidates.size() || count > _candidates.size() - leaf.firstCandidate) {
+        return std::nullopt;
+    }
+    const auto candidates = _candidates.subspan(leaf.firstCandidate, count);
+    __builtin_prefetch(candidates.data());
+    const auto country = countryAt(leaf, coordinate);
+    return Surroundings{.places = candidates.first(leaf.placeCount),
+        .quarters = candidates.subspan(leaf.placeCount),
+        .country = country != gazetteer::kSeveralCountries ? std::optional(country) : std::nullopt};
 }
 
-std::optional<PlaceTree::Found> PlaceTree::find(
-    const Search& search, const std::function<bool(std::uint32_t index)>& isWanted) const {
-    return Walk(search, _points, _nodes).best(isWanted);
+const gazetteer::Leaf& PlaceTree::leafAt(const CLLocationCoordinate2D& coordinate) const {
+    const std::size_t count = _nodes.size();
+    std::size_t position = 1;
+    while (position < count) {
+        // The descendants in the third generation share a line of the cache, which is on its way meanwhile.
+        const std::size_t descendants = 8 * position;
+        __builtin_prefetch(descendants < count
+                               ? static_cast<const void*>(_nodes.data() + descendants)
+                               : static_cast<const void*>(_leaves.data() + std::min(descendants, 2 * count) - count));
+        const auto& node = _nodes[position];
+        const double value = node.isMeridian != 0 ? coordinate.longitude : coordinate.latitude;
+        position = 2 * position + (value >= double{node.boundary} ? 1 : 0);
+    }
+    return _leaves[position - count];
+}
+
+std::uint8_t PlaceTree::countryAt(
+    const gazetteer::Leaf& leaf, const CLLocationCoordinate2D& coordinate) const {
+    if (leaf.territory < gazetteer::kFirstPatch) {
+        return static_cast<std::uint8_t>(leaf.territory);
+    }
+    const std::size_t number = std::size_t{leaf.territory} - gazetteer::kFirstPatch;
+    if (number >= _patches.size()) {
+        return gazetteer::kSeveralCountries;
+    }
+    const double kLast = gazetteer::Patch::kSide - 1;
+    const auto& patch = _patches[number];
+    // Not a number becomes the last one.
+    const auto partAt = [kLast](double way) { return static_cast<std::size_t>(std::max(0.0, std::min(kLast, way))); };
+    const auto row = partAt((coordinate.latitude - double{patch.south}) * double{patch.rowsPerDegree});
+    const auto column = partAt((coordinate.longitude - double{patch.west}) * double{patch.columnsPerDegree});
+    return patch.countries[row * gazetteer::Patch::kSide + column];
 }
 
 } // namespace exifcard

@@ -3,64 +3,54 @@
 #include "platform/corelocation/CLLocation.h"
 #include "platform/corelocation/GazetteerFormat.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <limits>
 #include <optional>
 #include <span>
 
 namespace exifcard {
 
-/// The coordinate on the sphere of `GazetteerFormat.h`; its radius is 0.
-gazetteer::Point pointAtCoordinate(const CLLocationCoordinate2D& coordinate);
-
-/// How far from being in a place one is: −1 in its centre, 0 at the edge of its
-/// extent, beyond that the kilometres to the edge.
-///
-/// So among the places that one stands in, that one counts whose centre is
-/// relatively nearer: a city beats the hamlet next door, but in the middle of a
-/// village it is the village. Outside of all it is the one with the nearest edge.
-inline float placeScore(float distance, float radius) {
-    return distance < radius ? distance / radius - 1 : distance - radius;
-}
-
-/// Finds the place that a point belongs to, in a balanced k-d tree
-/// that lies in two arrays: node k, from 1 on, has the children 2k and 2k + 1, and leaf k of
-/// n, in their order, has the points from size · k / n to size · (k + 1) / n.
+/// A k-d tree over the map of the earth. Its leaves tell the few places that can name a point in them, so
+/// that a question goes down once. Node k, from 1 on, has the children 2k, in the south or west, and 2k + 1;
+/// beyond the nodes the children are the leaves.
 class PlaceTree {
 public:
-    struct Found {
-        std::uint32_t index = 0;
-        float distance = 0; ///< Kilometres.
-        float score = 0;
+    struct Surroundings {
+        /// The places with the lowest score somewhere in the leaf, among all or among those of a country
+        /// that has a part in it.
+        std::span<const gazetteer::Candidate> places;
+        /// The same among the quarters of each of these places.
+        std::span<const gazetteer::Candidate> quarters;
+        /// None at sea. Absent near outlines.
+        std::optional<std::uint8_t> country;
     };
 
     /// A tree over arrays that outlive it.
-    /// @return Nothing when there are not `nodeCount` nodes. Any values in them are safe.
-    static std::optional<PlaceTree> make(
-        std::span<const gazetteer::Point> points, std::span<const gazetteer::Node> nodes);
-    static std::size_t nodeCount(std::size_t pointCount);
+    /// @return Nothing when they don't fit one another. Any values in them are safe.
+    static std::optional<PlaceTree> make(std::span<const gazetteer::Node> nodes,
+        std::span<const gazetteer::Leaf> leaves,
+        std::span<const gazetteer::Patch> patches,
+        std::span<const gazetteer::Candidate> candidates);
 
-    /// What to look for around a point.
-    struct Search {
-        gazetteer::Point point;
-        float reach = 0; ///< Kilometres.
-        /// Only what is better counts.
-        float scoreBelow = std::numeric_limits<float>::infinity();
-    };
-    /// The place with the lowest score among those for which `isWanted(index)`, which is asked only about
-    /// places better than all before.
-    std::optional<Found> find(
-        const Search& search, const std::function<bool(std::uint32_t index)>& isWanted) const;
+    /// What to look at for a valid coordinate. Nothing when the file is damaged there.
+    std::optional<Surroundings> surroundingsOf(const CLLocationCoordinate2D& coordinate) const;
 
 private:
-    PlaceTree(std::span<const gazetteer::Point> points, std::span<const gazetteer::Node> nodes)
-        : _points(points)
-        , _nodes(nodes) {}
+    PlaceTree(std::span<const gazetteer::Node> nodes,
+        std::span<const gazetteer::Leaf> leaves,
+        std::span<const gazetteer::Patch> patches,
+        std::span<const gazetteer::Candidate> candidates)
+        : _nodes(nodes)
+        , _leaves(leaves)
+        , _patches(patches)
+        , _candidates(candidates) {}
 
-    std::span<const gazetteer::Point> _points;
+    const gazetteer::Leaf& leafAt(const CLLocationCoordinate2D& coordinate) const;
+    std::uint8_t countryAt(const gazetteer::Leaf& leaf, const CLLocationCoordinate2D& coordinate) const;
+
     std::span<const gazetteer::Node> _nodes;
+    std::span<const gazetteer::Leaf> _leaves;
+    std::span<const gazetteer::Patch> _patches;
+    std::span<const gazetteer::Candidate> _candidates;
 };
 
 } // namespace exifcard

@@ -53,6 +53,8 @@ TEST_F(CLGeocoderTest, NamesPlacesAsThoseWhoLiveThereDo) {
         {"Gateway of India, on the tip of a peninsula", {18.9220, 72.8347}, "Mumbai", "India"},
         {"Suva", {-18.1416, 178.4415}, "Suva", "Fiji"},
         {"Anadyr, near the antimeridian", {64.7333, 177.5167}, "Anadyr", "Russia"},
+        {"Manacor's fields, seen past a vertex in the middle of half a degree", {39.6370, 3.2136}, "Manacor",
+            "Spain"},
         {"Taveuni, on the antimeridian", {-16.85, 179.99}, std::nullopt, "Fiji"},
         {"Greenland's ice", {71.0, -40.0}, std::nullopt, "Greenland"},
         {"Libyan desert, nearer to the towns of another country", {24.0, 25.0}, std::nullopt, "Egypt"},

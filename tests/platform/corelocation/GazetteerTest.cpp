@@ -1,6 +1,7 @@
 #include "platform/corelocation/Gazetteer.h"
 
 #include "platform/corelocation/GazetteerFormat.h"
+#include "platform/corelocation/MapGrid.h"
 #include "platform/foundation/FilePaths.h"
 #include "platform/foundation/UTF8.h"
 
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <optional>
 #include <random>
 #include <vector>
 
@@ -88,30 +90,67 @@ TEST(GazetteerTest, StaysWithinTheFileWhereverItIsDamaged) {
     expectLawfulAnswers(*gazetteer, coordinates);
 }
 
-TEST(GazetteerTest, TheTreeFindsWhatLookingThroughAllPlacesFinds) {
-    const auto bytes = bundledBytes();
-    const auto arrays = arraysOfGazetteerFile(bytes);
-    ASSERT_TRUE(arrays);
-    const auto& points = arrays->points;
-    const auto tree = PlaceTree::make(points, arrays->nodes);
-    ASSERT_TRUE(tree);
-    constexpr float kReach = 50;
-    std::mt19937 random(3);
-    std::uniform_int_distribution<std::size_t> town(0, points.size() - 1);
-    std::normal_distribution<float> kilometres(0, 20);
-    for (int question = 0; question < 30; ++question) {
-        auto spot = points[town(random)];
-        spot.x += kilometres(random);
-        spot.y += kilometres(random);
-        float least = std::numeric_limits<float>::infinity();
-        for (const auto& point : points) {
-            const float distance = std::hypot(point.x - spot.x, point.y - spot.y, point.z - spot.z);
-            least = distance <= kReach ? std::min(least, placeScore(distance, point.radius)) : least;
-        }
-        const auto found = tree->find({.point = spot, .reach = kReach}, [](std::uint32_t) { return true; });
-        EXPECT_EQ(found.has_value(), std::isfinite(least));
-        EXPECT_NEAR(found.value_or(PlaceTree::Found{.score = least}).score, least, 0.01);
+class PlaceTreeTest : public testing::Test {
+protected:
+    void SetUp() override {
+        _arrays = arraysOfGazetteerFile(_bytes).value();
+        _tree = PlaceTree::make(_arrays.nodes, _arrays.leaves, _arrays.patches, _arrays.candidates);
+        ASSERT_TRUE(_tree);
     }
+
+    std::vector<CLLocationCoordinate2D> coordinatesAroundPlaces(std::size_t count) const {
+        std::mt19937 random(3);
+        std::uniform_int_distribution<std::size_t> candidate(0, _arrays.candidates.size() - 1);
+        std::normal_distribution<double> degrees(0, 0.2);
+        std::vector<CLLocationCoordinate2D> coordinates;
+        while (coordinates.size() < count) {
+            const auto& point = _arrays.candidates[candidate(random)].point;
+            const double latitude = std::asin(double{point.z} / gazetteer::kEarthRadius);
+            const CLLocationCoordinate2D coordinate = {
+                .latitude = latitude / gazetteer::kRadiansPerDegree + degrees(random),
+                .longitude = std::atan2(point.y, point.x) / gazetteer::kRadiansPerDegree + degrees(random)};
+            if (CLLocationCoordinate2DIsValid(coordinate)) {
+                coordinates.push_back(coordinate);
+            }
+        }
+        return coordinates;
+    }
+
+    std::vector<std::uint8_t> _bytes = bundledBytes();
+    GazetteerArrays _arrays;
+    std::optional<PlaceTree> _tree;
+};
+
+TEST_F(PlaceTreeTest, ItsLeavesHoldWhatLookingThroughAllPlacesFinds) {
+    const PlaceRecords records(_arrays.records);
+    for (const auto& coordinate : coordinatesAroundPlaces(40)) {
+        SCOPED_TRACE(testing::Message() << coordinate.latitude << " " << coordinate.longitude);
+        const auto surroundings = _tree->surroundingsOf(coordinate).value();
+        const auto country = surroundings.country;
+        const auto anywhere = [](std::uint32_t /*record*/) { return true; };
+        const auto atHome = [&](std::uint32_t record) {
+            return records.recordAt(record).value().country == country;
+        };
+        const PlaceSearch search = {.point = pointAtCoordinate(coordinate), .reach = kReachOfPlaces};
+        constexpr FoundPlace kNone;
+        EXPECT_EQ(bestPlace(search, surroundings.places, anywhere).value_or(kNone).score,
+            bestPlace(search, _arrays.candidates, anywhere).value_or(kNone).score);
+        EXPECT_EQ(bestPlace(search, surroundings.places, atHome).value_or(kNone).score,
+            bestPlace(search, _arrays.candidates, atHome).value_or(kNone).score);
+    }
+}
+
+TEST_F(PlaceTreeTest, ItsLeavesLieInTheCountriesThatTheMapTells) {
+    const auto map =
+        CountryMap::make(_arrays.cells, _arrays.runs, _arrays.vertices, _arrays.countriesOfVertices).value();
+    std::size_t known = 0;
+    const auto coordinates = coordinatesAroundPlaces(5'000);
+    for (const auto& coordinate : coordinates) {
+        const auto country = _tree->surroundingsOf(coordinate).value().country;
+        known += country ? 1 : 0;
+        EXPECT_EQ(country.value_or(map.countryAt(coordinate).value()), map.countryAt(coordinate));
+    }
+    EXPECT_GT(known, coordinates.size() * 3 / 4) << "hardly a leaf spares the look at the map";
 }
 
 } // namespace

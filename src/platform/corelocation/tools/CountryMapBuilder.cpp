@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -13,14 +12,6 @@ namespace {
 
 using gazetteer::kCellColumns;
 using gazetteer::kCellRows;
-
-/// An edge with its longitudes unrolled, so that it runs on where it passes 180°.
-struct Edge {
-    std::uint32_t vertex = 0;
-    std::uint8_t country = gazetteer::kNoCountry;
-    CLLocationCoordinate2D begin;
-    CLLocationCoordinate2D end;
-};
 
 std::size_t wrappedColumn(std::ptrdiff_t column) {
     constexpr auto kColumns = static_cast<std::ptrdiff_t>(kCellColumns);
@@ -36,6 +27,7 @@ class CountryMapBuilder {
 public:
     BuiltCountryMap build() {
         fillCells();
+        addRunsToCells();
         return std::move(_map);
     }
 
@@ -62,13 +54,14 @@ private:
         std::uint8_t country = gazetteer::kNoCountry;
     };
 
-    void addEdge(const Edge& edge) {
+    void addEdge(const OutlineEdge& edge) {
+        _map.edges.push_back(edge);
         addToCells(edge);
         addToMeridians(edge);
     }
 
     /// Adds the edge to every cell that it may come as near as `kShore` to.
-    void addToCells(const Edge& edge) {
+    void addToCells(const OutlineEdge& edge) {
         constexpr double kNearDegrees = gazetteer::kShore / gazetteer::kKilometresPerDegree;
         const auto [south, north] = std::minmax(edge.begin.latitude, edge.end.latitude);
         const auto [west, east] = std::minmax(edge.begin.longitude, edge.end.longitude);
@@ -89,12 +82,12 @@ private:
     }
 
     /// Notes where the edge crosses the meridians in the middle of the columns.
-    void addToMeridians(const Edge& edge) {
+    void addToMeridians(const OutlineEdge& edge) {
         const auto [west, east] = std::minmax(edge.begin.longitude, edge.end.longitude);
         // The first middle that is not west of the edge, as far as the last west of its eastern end.
-        for (double column = std::ceil(columnsAtLongitude(west) - 0.5);
-             column + 0.5 < columnsAtLongitude(east); ++column) {
-            const double longitude = (column + 0.5) / gazetteer::kCellsPerDegree - 180;
+        for (double column = std::ceil(columnsAtLongitude(west) - gazetteer::kMiddleOfCell);
+             column + gazetteer::kMiddleOfCell < columnsAtLongitude(east); ++column) {
+            const double longitude = (column + gazetteer::kMiddleOfCell) / gazetteer::kCellsPerDegree - 180;
             const double part =
                 (longitude - edge.begin.longitude) / (edge.end.longitude - edge.begin.longitude);
             const double latitude = edge.begin.latitude + part * (edge.end.latitude - edge.begin.latitude);
@@ -115,19 +108,35 @@ private:
             for (std::size_t row = kCellRows; row-- > 0;) {
                 const double middle = gazetteer::middleOfCell(row, column).latitude;
                 for (; next != crossings.end() && next->latitude > middle; ++next) {
-                    country ^= next->country; // See CountryMap::at.
+                    country ^= next->country; // See CountryMap::countryAt.
                 }
                 _map.cells[row * kCellColumns + column].country = country;
             }
         }
-        for (std::size_t cell = 0; cell < _map.cells.size(); ++cell) {
-            const auto& edges = _edgesOfCells[cell];
-            if (edges.size() > std::numeric_limits<std::uint16_t>::max()) {
+    }
+
+    void addRunsToCells() {
+        for (std::size_t number = 0; number < _map.cells.size(); ++number) {
+            const auto& edges = _edgesOfCells[number];
+            if (edges.size() > gazetteer::kMostEdgesOfACell) {
                 throw std::runtime_error("too many outlines in one cell of the map");
             }
-            _map.cells[cell].firstEdge = static_cast<std::uint32_t>(_map.edges.size());
-            _map.cells[cell].edgeCount = static_cast<std::uint16_t>(edges.size());
-            _map.edges.insert(_map.edges.end(), edges.begin(), edges.end());
+            auto& cell = _map.cells[number];
+            cell.firstRun = static_cast<std::uint32_t>(_map.runs.size());
+            for (const auto edge : edges) {
+                addToRuns(edge, cell.firstRun);
+            }
+            cell.runCount = static_cast<std::uint16_t>(_map.runs.size() - cell.firstRun);
+        }
+    }
+
+    /// @param firstRun  Those from there on may be prolonged.
+    void addToRuns(std::uint32_t edge, std::size_t firstRun) {
+        auto& runs = _map.runs;
+        if (runs.size() > firstRun && edge == runs.back().firstVertex + runs.back().edgeCount) {
+            ++runs.back().edgeCount;
+        } else {
+            runs.push_back({.firstVertex = edge, .edgeCount = 1});
         }
     }
 

@@ -10,12 +10,21 @@
 
 namespace exifcard {
 
-/// The arrays of a `CountryMap`.
+/// An edge with its longitudes unrolled, so that it runs on where it passes 180°.
+struct OutlineEdge {
+    std::uint32_t vertex = 0; ///< Where it begins.
+    std::uint8_t country = gazetteer::kNoCountry;
+    CLLocationCoordinate2D begin;
+    CLLocationCoordinate2D end;
+};
+
+/// The arrays of a `CountryMap`, and what they were made from.
 struct BuiltCountryMap {
     std::vector<gazetteer::Cell> cells;
-    std::vector<std::uint32_t> edges;
+    std::vector<gazetteer::EdgeRun> runs;
     std::vector<gazetteer::Vertex> vertices;
     std::vector<std::uint8_t> countriesOfVertices;
+    std::vector<OutlineEdge> edges;
 };
 
 BuiltCountryMap buildCountryMap(const std::vector<OutlineRow>& outlines,

@@ -3,7 +3,7 @@
 //     make-gazetteer places.tsv countries.tsv gazetteer.bin
 #include "platform/corelocation/CountryMap.h"
 #include "platform/corelocation/GazetteerFile.h"
-#include "platform/corelocation/PlaceTree.h"
+#include "platform/corelocation/PlaceScore.h"
 #include "platform/corelocation/tools/CountryMapBuilder.h"
 #include "platform/corelocation/tools/PlaceTreeBuilder.h"
 #include "platform/corelocation/tools/Settlements.h"
@@ -14,6 +14,7 @@
 #include <exception>
 #include <fstream>
 #include <limits>
+#include <ranges>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -29,7 +30,7 @@ public:
         }
         const auto [entry, isNew] = _numbers.try_emplace(code, static_cast<std::uint8_t>(_codes.size()));
         if (isNew) {
-            if (_codes.size() > std::numeric_limits<std::uint8_t>::max()) {
+            if (_codes.size() >= gazetteer::kSeveralCountries) {
                 throw std::runtime_error("too many countries");
             }
             _codes.push_back({code[0], code[1]});
@@ -43,87 +44,97 @@ private:
     std::vector<gazetteer::CountryCode> _codes{gazetteer::CountryCode{'-', '-'}};
 };
 
-/// All names one after the other, equal ones once.
-class NameTable {
-public:
-    /// A record that has nothing but the name.
-    gazetteer::Record recordFor(const std::string& name) {
-        if (name.size() > std::numeric_limits<std::uint8_t>::max()) {
-            throw std::runtime_error("too long a name: " + name);
-        }
-        const auto [entry, isNew] = _offsets.try_emplace(name, static_cast<std::uint32_t>(_names.size()));
-        if (isNew) {
-            _names += name;
-        }
-        return {.nameOffset = entry->second, .nameLength = static_cast<std::uint8_t>(name.size())};
+using Numbers = std::vector<std::size_t>;
+
+std::vector<TreePlace> treePlacesOf(
+    const std::vector<Settlement>& settlements, const CountryMap& map, CountryTable& countries) {
+    std::vector<TreePlace> places;
+    for (const auto& settlement : settlements) {
+        places.push_back({.coordinate = settlement.row.coordinate,
+            .radius = static_cast<float>(settlement.radius),
+            .country = countries.numberOf(settlement.row.country),
+            .countryOnMap = map.countryAt(settlement.row.coordinate).value(),
+            .town = settlement.town});
     }
-    const std::string& names() const { return _names; }
+    return places;
+}
+
+/// All places as they come in the leaves, so that the records of neighbours lie together, and lastly those
+/// that are candidates nowhere.
+Numbers orderOfRecords(const std::vector<std::size_t>& candidates, std::size_t placeCount) {
+    Numbers order;
+    std::vector<bool> isListed(placeCount);
+    const auto list = [&](std::size_t place) {
+        if (!isListed[place]) {
+            isListed[place] = true;
+            order.push_back(place);
+        }
+    };
+    std::ranges::for_each(candidates, list);
+    std::ranges::for_each(std::views::iota(std::size_t{0}, placeCount), list);
+    return order;
+}
+
+/// The records of all places in that order.
+class RecordTable {
+public:
+    RecordTable(const std::vector<Settlement>& settlements,
+        const std::vector<TreePlace>& places,
+        const Numbers& order) {
+        setPositions(settlements, order);
+        std::vector<bool> haveQuarters(places.size());
+        for (const auto& place : places) {
+            if (place.town) {
+                haveQuarters[*place.town] = true;
+            }
+        }
+        for (const std::size_t number : order) {
+            const auto& place = places[number];
+            const auto& name = settlements[number].row.name;
+            add({.town = _positions[place.town.value_or(number)],
+                    .country = place.country,
+                    .countryOnMap = place.countryOnMap,
+                    .hasQuarters = static_cast<std::uint8_t>(haveQuarters[number] ? 1 : 0),
+                    .nameLength = static_cast<std::uint8_t>(name.size())},
+                name);
+        }
+    }
+
+    const std::string& bytes() const { return _bytes; }
+    std::uint32_t positionOf(std::size_t place) const { return _positions[place]; }
 
 private:
-    std::unordered_map<std::string, std::uint32_t> _offsets;
-    std::string _names;
+    void setPositions(const std::vector<Settlement>& settlements, const Numbers& order) {
+        _positions.resize(settlements.size());
+        std::size_t position = 0;
+        for (const std::size_t number : order) {
+            const auto& name = settlements[number].row.name;
+            if (name.size() > std::numeric_limits<std::uint8_t>::max()) {
+                throw std::runtime_error("too long a name: " + name);
+            }
+            _positions[number] = static_cast<std::uint32_t>(position);
+            position += sizeof(gazetteer::Record) + name.size();
+        }
+    }
+
+    void add(const gazetteer::Record& record, const std::string& name) {
+        _bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
+        _bytes += name;
+    }
+
+    std::vector<std::uint32_t> _positions;
+    std::string _bytes;
 };
 
-using Numbers = std::vector<std::uint32_t>;
-
-std::vector<gazetteer::Point> pointsOf(const std::vector<Settlement>& settlements) {
-    std::vector<gazetteer::Point> points;
-    for (const auto& settlement : settlements) {
-        points.push_back(pointAtCoordinate(settlement.row.coordinate));
-        points.back().radius = static_cast<float>(settlement.radius);
+std::vector<gazetteer::Candidate> candidatesOf(
+    const BuiltPlaceTree& tree, const std::vector<TreePlace>& places, const RecordTable& records) {
+    std::vector<gazetteer::Candidate> candidates;
+    for (const std::size_t number : tree.candidates) {
+        auto point = pointAtCoordinate(places[number].coordinate);
+        point.radius = places[number].radius;
+        candidates.push_back({.point = point, .record = records.positionOf(number)});
     }
-    return points;
-}
-
-/// Where each settlement stands in the order of the tree.
-Numbers positionsIn(const BuiltPlaceTree& tree) {
-    Numbers positions(tree.order.size());
-    for (std::size_t position = 0; position < tree.order.size(); ++position) {
-        positions[tree.order[position]] = static_cast<std::uint32_t>(position);
-    }
-    return positions;
-}
-
-std::vector<gazetteer::Record> recordsOf(const std::vector<Settlement>& settlements,
-    const BuiltPlaceTree& tree,
-    const CountryMap& map,
-    CountryTable& countries,
-    NameTable& names) {
-    const auto positions = positionsIn(tree);
-    std::vector<gazetteer::Record> records;
-    for (const std::size_t number : tree.order) {
-        const auto& settlement = settlements[number];
-        auto record = names.recordFor(settlement.row.name);
-        record.country = countries.numberOf(settlement.row.country);
-        record.countryOnMap = map.countryAt(settlement.row.coordinate).value();
-        record.town = positions[settlement.town.value_or(number)];
-        records.push_back(record);
-    }
-    for (std::size_t position = 0; position < records.size(); ++position) {
-        if (const auto town = records[position].town; town != position) {
-            records[town].hasQuarters = 1;
-        }
-    }
-    return records;
-}
-
-Numbers quartersAmong(const std::vector<gazetteer::Record>& records) {
-    Numbers quarters;
-    for (std::uint32_t position = 0; position < records.size(); ++position) {
-        if (records[position].town != position) {
-            quarters.push_back(position);
-        }
-    }
-    return quarters;
-}
-
-template<typename Element, typename Index>
-std::vector<Element> selected(const std::vector<Element>& elements, const std::vector<Index>& which) {
-    std::vector<Element> result;
-    for (const auto index : which) {
-        result.push_back(elements[index]);
-    }
-    return result;
+    return candidates;
 }
 
 std::vector<std::uint8_t> makeGazetteer(const std::string& placesPath, const std::string& countriesPath) {
@@ -131,24 +142,20 @@ std::vector<std::uint8_t> makeGazetteer(const std::string& placesPath, const std
     const auto built = buildCountryMap(readOutlines(countriesPath),
         [&countries](const std::string& code) { return countries.numberOf(code); });
     const auto map =
-        CountryMap::make(built.cells, built.edges, built.vertices, built.countriesOfVertices).value();
+        CountryMap::make(built.cells, built.runs, built.vertices, built.countriesOfVertices).value();
     const auto settlements = settlementsFromRows(readPlaces(placesPath));
-    const auto places = buildPlaceTree(pointsOf(settlements));
-    NameTable names;
-    const auto records = recordsOf(settlements, places, map, countries, names);
-    const auto quarters = quartersAmong(records);
-    const auto quarterTree = buildPlaceTree(selected(places.points, quarters));
-    const auto quartersInOrder = selected(quarters, quarterTree.order);
-    return gazetteerFileWithArrays({.points = places.points,
-        .nodes = places.nodes,
-        .records = records,
-        .quarterPoints = quarterTree.points,
-        .quarterNodes = quarterTree.nodes,
-        .quarters = quartersInOrder,
-        .names = names.names(),
+    const auto places = treePlacesOf(settlements, map, countries);
+    const auto tree = buildPlaceTree(places, built.edges, map);
+    const RecordTable records(settlements, places, orderOfRecords(tree.candidates, places.size()));
+    const auto candidates = candidatesOf(tree, places, records);
+    return gazetteerFileWithArrays({.nodes = tree.nodes,
+        .leaves = tree.leaves,
+        .patches = tree.patches,
+        .candidates = candidates,
+        .records = records.bytes(),
         .countryCodes = countries.codes(),
         .cells = built.cells,
-        .edges = built.edges,
+        .runs = built.runs,
         .vertices = built.vertices,
         .countriesOfVertices = built.countriesOfVertices});
 }

@@ -1,7 +1,7 @@
 #include "platform/corelocation/tools/Settlements.h"
 
 #include "platform/corelocation/GazetteerFormat.h"
-#include "platform/corelocation/PlaceTree.h"
+#include "platform/corelocation/PlaceScore.h"
 
 #include <algorithm>
 #include <cmath>
