@@ -7,9 +7,10 @@
 #include "platform/foundation/LocalizedString.h"
 #include "platform/foundation/Log.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
-#include <unordered_map>
 #include <utility>
 
 namespace exifcard {
@@ -29,23 +30,39 @@ std::unique_ptr<const Gazetteer> openBundledGazetteer() {
 class CountryNames {
 public:
     std::string nameOf(std::string_view isoCode) {
+        const auto number = numberOf(isoCode);
+        if (!number) {
+            return Locale::current().localizedCountryName(isoCode);
+        }
         const auto generation = localizationGeneration();
         const std::lock_guard lock(_mutex);
         if (generation != _generation) {
             _generation = generation;
-            _names.clear();
+            _names.fill({});
         }
-        const auto [name, isNew] = _names.try_emplace(std::string(isoCode));
-        if (isNew) {
-            name->second = Locale::current().localizedCountryName(isoCode);
+        auto& name = _names[*number];
+        if (name.empty()) {
+            name = Locale::current().localizedCountryName(isoCode);
         }
-        return name->second;
+        return name;
     }
 
 private:
+    static constexpr std::size_t kLetters = 26;
+
+    /// Nothing for what is no code, which only a damaged file gives.
+    static std::optional<std::size_t> numberOf(std::string_view isoCode) {
+        const auto isLetter = [](char character) { return character >= 'A' && character <= 'Z'; };
+        if (isoCode.size() != 2 || !isLetter(isoCode[0]) || !isLetter(isoCode[1])) {
+            return std::nullopt;
+        }
+        return static_cast<std::size_t>(isoCode[0] - 'A') * kLetters +
+               static_cast<std::size_t>(isoCode[1] - 'A');
+    }
+
     std::mutex _mutex;
-    std::uint64_t _generation = 0;                       // Of `_names`. Guarded by _mutex.
-    std::unordered_map<std::string, std::string> _names; // By code. Guarded by _mutex.
+    std::uint64_t _generation = 0;                         // Of `_names`. Guarded by _mutex.
+    std::array<std::string, kLetters * kLetters> _names = {}; // Empty when not asked yet. Guarded by _mutex.
 };
 
 std::string countryName(std::string_view isoCode) {
@@ -53,26 +70,26 @@ std::string countryName(std::string_view isoCode) {
     return names.nameOf(isoCode);
 }
 
-std::optional<std::string> textOrNothing(std::string_view text) {
-    return text.empty() ? std::nullopt : std::optional<std::string>(text);
+void setUnlessEmpty(std::optional<std::string>& text, std::string_view value) {
+    if (!value.empty()) {
+        text.emplace(value);
+    }
 }
 
 } // namespace
 
 GeocodingAnswer placeAtCoordinate(const CLLocationCoordinate2D& coordinate) {
     static const auto gazetteer = openBundledGazetteer();
-    if (!gazetteer) {
-        return {.placemark = std::nullopt, .error = CLError::Network};
-    }
-    const auto place = gazetteer->placeAt(coordinate);
+    const auto place =
+        gazetteer ? gazetteer->placeAt(coordinate) : Gazetteer::Answer{.error = CLError::Network};
     GeocodingAnswer answer;
     answer.error = place.error;
     if (!place.error) {
         auto& placemark = answer.placemark.emplace();
-        placemark.subLocality = textOrNothing(place.subLocality);
-        placemark.locality = textOrNothing(place.locality);
-        placemark.country = countryName(place.isoCountryCode);
-        placemark.isoCountryCode = place.isoCountryCode;
+        setUnlessEmpty(placemark.subLocality, place.subLocality);
+        setUnlessEmpty(placemark.locality, place.locality);
+        placemark.country.emplace(countryName(place.isoCountryCode));
+        placemark.isoCountryCode.emplace(place.isoCountryCode);
     }
     return answer;
 }
