@@ -61,8 +61,8 @@ private:
     }
 
     std::mutex _mutex;
-    std::uint64_t _generation = 0;                         // Of `_names`. Guarded by _mutex.
-    std::array<std::string, kLetters * kLetters> _names = {}; // Empty when not asked yet. Guarded by _mutex.
+    std::uint64_t _generation = 0;                           // Of `_names`. Guarded by _mutex.
+    std::array<std::string, kLetters* kLetters> _names = {}; // Empty when not asked yet. Guarded by _mutex.
 };
 
 std::string countryName(std::string_view isoCode) {

@@ -63,9 +63,8 @@ Gazetteer::Answer Gazetteer::answerAtValid(const CLLocationCoordinate2D& coordin
     if (!surroundings) {
         return kDamaged;
     }
-    const Spot spot = {.coordinate = coordinate,
-        .point = pointAtCoordinate(coordinate),
-        .surroundings = *surroundings};
+    const Spot spot = {
+        .coordinate = coordinate, .point = pointAtCoordinate(coordinate), .surroundings = *surroundings};
     const auto place = bestPlace(spot, [](std::uint32_t /*record*/) { return true; });
     const auto country = surroundings->country ? surroundings->country : _map.countryAt(coordinate);
     if (!country) {
@@ -74,8 +73,7 @@ Gazetteer::Answer Gazetteer::answerAtValid(const CLLocationCoordinate2D& coordin
     return *country == gazetteer::kNoCountry ? answerAtSea(spot, place) : answerOnLand(spot, place, *country);
 }
 
-Gazetteer::Answer Gazetteer::answerAtSea(
-    const Spot& spot, const std::optional<FoundPlace>& place) const {
+Gazetteer::Answer Gazetteer::answerAtSea(const Spot& spot, const std::optional<FoundPlace>& place) const {
     const auto coast = _map.nearestNeighbour(spot.coordinate, gazetteer::kNoCountry);
     if (place && (coast || place->distance < kNearPlace)) {
         return answerForPlace(spot, *place);
@@ -91,8 +89,8 @@ Gazetteer::Answer Gazetteer::answerOnLand(
     if (liesIn(_records.recordAt(place->record), country)) {
         return answerForPlace(spot, *place);
     }
-    const auto domestic = bestPlace(
-        spot, [&](std::uint32_t record) { return liesIn(_records.recordAt(record), country); });
+    const auto domestic =
+        bestPlace(spot, [&](std::uint32_t record) { return liesIn(_records.recordAt(record), country); });
     const auto border = _map.nearestNeighbour(spot.coordinate, country);
     const bool mayBeAbroad = border && border->distance < kUncertainBorder;
     if (mayBeAbroad && (!domestic || place->score < domestic->score - kBorderMargin)) {
@@ -122,8 +120,7 @@ Gazetteer::Answer Gazetteer::answerForPlace(const Spot& spot, const FoundPlace& 
         return answerForTown(place.record, std::nullopt);
     }
     // In the middle of a town one is in none of its quarters.
-    const PlaceSearch search = {
-        .point = spot.point, .reach = place.distance, .scoreBelow = kBesideQuarter};
+    const PlaceSearch search = {.point = spot.point, .reach = place.distance, .scoreBelow = kBesideQuarter};
     const auto quarter =
         exifcard::bestPlace(search, spot.surroundings.quarters, [&](std::uint32_t candidate) {
             const auto section = _records.recordAt(candidate);

@@ -46,8 +46,7 @@ private:
     Answer answerAtValid(const CLLocationCoordinate2D& coordinate) const;
     /// @param place  The best one of any country, within reach.
     Answer answerAtSea(const Spot& spot, const std::optional<FoundPlace>& place) const;
-    Answer answerOnLand(
-        const Spot& spot, const std::optional<FoundPlace>& place, std::uint8_t country) const;
+    Answer answerOnLand(const Spot& spot, const std::optional<FoundPlace>& place, std::uint8_t country) const;
     template<typename IsWanted>
     std::optional<FoundPlace> bestPlace(const Spot& spot, IsWanted isWanted) const;
     Answer answerForPlace(const Spot& spot, const FoundPlace& place) const;

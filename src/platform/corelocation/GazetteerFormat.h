@@ -86,7 +86,7 @@ struct Patch {
     float rowsPerDegree = 0;
     float columnsPerDegree = 0;
     /// Of each part, row by row from the south west; `kSeveralCountries` where the map must be asked.
-    std::array<std::uint8_t, kSide * kSide> countries = {};
+    std::array<std::uint8_t, kSide* kSide> countries = {};
 };
 
 /// What is known of a place. Its name, in UTF-8, comes after it.

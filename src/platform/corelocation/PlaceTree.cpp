@@ -37,9 +37,10 @@ const gazetteer::Leaf& PlaceTree::leafAt(const CLLocationCoordinate2D& coordinat
     while (position < count) {
         // The descendants in the third generation share a line of the cache, which is on its way meanwhile.
         const std::size_t descendants = 8 * position;
-        __builtin_prefetch(descendants < count
-                               ? static_cast<const void*>(_nodes.data() + descendants)
-                               : static_cast<const void*>(_leaves.data() + std::min(descendants, 2 * count) - count));
+        __builtin_prefetch(
+            descendants < count
+                ? static_cast<const void*>(_nodes.data() + descendants)
+                : static_cast<const void*>(_leaves.data() + std::min(descendants, 2 * count) - count));
         const auto& node = _nodes[position];
         const double value = node.isMeridian != 0 ? coordinate.longitude : coordinate.latitude;
         position = 2 * position + (value >= double{node.boundary} ? 1 : 0);
@@ -59,7 +60,9 @@ std::uint8_t PlaceTree::countryAt(
     const double kLast = gazetteer::Patch::kSide - 1;
     const auto& patch = _patches[number];
     // Not a number becomes the last one.
-    const auto partAt = [kLast](double way) { return static_cast<std::size_t>(std::max(0.0, std::min(kLast, way))); };
+    const auto partAt = [kLast](double way) {
+        return static_cast<std::size_t>(std::max(0.0, std::min(kLast, way)));
+    };
     const auto row = partAt((coordinate.latitude - double{patch.south}) * double{patch.rowsPerDegree});
     const auto column = partAt((coordinate.longitude - double{patch.west}) * double{patch.columnsPerDegree});
     return patch.countries[row * gazetteer::Patch::kSide + column];

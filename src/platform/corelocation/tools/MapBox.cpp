@@ -86,9 +86,8 @@ MapBox::Distances MapBox::distancesFrom(const MapPoint& point) const {
                point.cosineOfLatitude * corner.sineOfLatitude * nearer;
     };
     const bool isTopWithin = slopeAt(_southWest) > 0 && slopeAt(_northEast) < 0;
-    const double nearest = isTopWithin
-                               ? std::hypot(point.sineOfLatitude, point.cosineOfLatitude * nearer)
-                               : std::max(cosineAt(_southWest, nearer), cosineAt(_northEast, nearer));
+    const double nearest = isTopWithin ? std::hypot(point.sineOfLatitude, point.cosineOfLatitude * nearer)
+                                       : std::max(cosineAt(_southWest, nearer), cosineAt(_northEast, nearer));
     const double farthest = std::min(cosineAt(_southWest, farther), cosineAt(_northEast, farther));
     return {.least = std::max(chord(nearest) - kSlack, 0.0), .greatest = chord(farthest) + kSlack};
 }

@@ -23,8 +23,7 @@ struct PlaceContest::Chance {
     double greatestScore = 0;
 };
 
-PlaceContest::PlaceContest(const std::vector<TreePlace>& places)
-    : _places(places) {
+PlaceContest::PlaceContest(const std::vector<TreePlace>& places) : _places(places) {
     for (const auto& place : places) {
         _points.emplace_back(place.coordinate);
     }

@@ -185,12 +185,12 @@ private:
             .rowsPerDegree = static_cast<float>(1 / height),
             .columnsPerDegree = static_cast<float>(1 / width)};
         for (std::size_t part = 0; part < patch.countries.size(); ++part) {
-            const CLLocationCoordinate2D corner = {southWest.latitude + height * static_cast<double>(part / kSide),
+            const CLLocationCoordinate2D corner = {
+                southWest.latitude + height * static_cast<double>(part / kSide),
                 southWest.longitude + width * static_cast<double>(part % kSide)};
             const MapBox box(corner, {corner.latitude + height, corner.longitude + width});
-            const bool isCrossed = std::ranges::any_of(region.edges, [&](std::size_t edge) {
-                return box.mayBeCrossedBy(_edges[edge].begin, _edges[edge].end);
-            });
+            const bool isCrossed = std::ranges::any_of(region.edges,
+                [&](std::size_t edge) { return box.mayBeCrossedBy(_edges[edge].begin, _edges[edge].end); });
             patch.countries[part] =
                 isCrossed ? gazetteer::kSeveralCountries : _map.countryAt(box.middle()).value();
         }
