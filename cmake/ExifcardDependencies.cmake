@@ -19,12 +19,13 @@ pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET vips)
 pkg_check_modules(XXHASH REQUIRED IMPORTED_TARGET libxxhash)
 pkg_check_modules(ZIMG REQUIRED IMPORTED_TARGET zimg)
 
-# exifcard_either(<name> SHARED <library…> STATIC <archive…>)
+# exifcard_either(<name> [OF_TOOLKIT] SHARED <library…> STATIC <archive…>)
 #
 # Makes the target exifcard::<name>: the archives for a program that must start quickly (exifcard_quick_start), the
-# shared libraries for all others, and for all where an archive is missing.
+# shared libraries for all others, and for all where an archive is missing. OF_TOOLKIT: the toolkit loads the shared
+# ones anyhow, so a program with windows takes them too.
 function(exifcard_either name)
-    cmake_parse_arguments(PARSE_ARGV 1 either "" "" "SHARED;STATIC")
+    cmake_parse_arguments(PARSE_ARGV 1 either "OF_TOOLKIT" "" "SHARED;STATIC")
     set(archives)
     foreach(archive IN LISTS either_STATIC)
         if(TARGET ${archive})
@@ -42,6 +43,9 @@ function(exifcard_either name)
         return()
     endif()
     set(isQuick "$<BOOL:$<TARGET_PROPERTY:EXIFCARD_QUICK_START>>")
+    if(either_OF_TOOLKIT)
+        set(isQuick "$<AND:${isQuick},$<NOT:$<BOOL:$<TARGET_PROPERTY:EXIFCARD_HAS_WINDOWS>>>>")
+    endif()
     foreach(library IN LISTS either_SHARED)
         target_link_libraries(exifcard_${name} INTERFACE "$<$<NOT:${isQuick}>:${library}>")
     endforeach()
@@ -67,18 +71,23 @@ target_compile_definitions(exifcard_spdlog INTERFACE
     $<TARGET_PROPERTY:spdlog::spdlog_header_only,INTERFACE_COMPILE_DEFINITIONS>)
 target_link_libraries(exifcard_spdlog INTERFACE exifcard::fmt Threads::Threads)
 
-exifcard_either(icu SHARED ICU::i18n ICU::uc STATIC libicui18n.a libicuuc.a libicudata.a)
-exifcard_either(expat SHARED PkgConfig::EXPAT STATIC libexpat.a)
+exifcard_either(icu OF_TOOLKIT SHARED ICU::i18n ICU::uc STATIC libicui18n.a libicuuc.a libicudata.a)
+exifcard_either(expat OF_TOOLKIT SHARED PkgConfig::EXPAT STATIC libexpat.a)
 exifcard_either(sqlite3 SHARED PkgConfig::SQLITE STATIC libsqlite3.a)
 exifcard_either(xxhash SHARED PkgConfig::XXHASH STATIC libxxhash.a)
 
-# exifcard_quick_start(<program>)
+# exifcard_quick_start(<program> [WINDOWS])
 #
 # For a program that is started for one photo at a time: each shared library costs it half a millisecond before main,
-# so what can be is linked in; and what holds most names comes first, where the loader finds them soonest.
+# so what can be is linked in; and what holds most names comes first, where the loader finds them soonest. WINDOWS: so
+# is one that shows some.
 function(exifcard_quick_start program)
-    set_target_properties(${program} PROPERTIES EXIFCARD_QUICK_START ON)
-    if(NOT EXIFCARD_SANITIZERS)
+    cmake_parse_arguments(PARSE_ARGV 1 quick "WINDOWS" "" "")
+    set_target_properties(${program} PROPERTIES EXIFCARD_QUICK_START ON EXIFCARD_HAS_WINDOWS ${quick_WINDOWS})
+    if(quick_WINDOWS AND NOT EXIFCARD_SANITIZERS)
+        target_link_options(${program} PRIVATE -Wl,--push-state,--no-as-needed $<TARGET_FILE:Qt6::Widgets>
+            $<TARGET_FILE:Qt6::Gui> $<TARGET_FILE:Qt6::Core> -lstdc++ -Wl,--pop-state -Wl,-z,pack-relative-relocs)
+    elseif(NOT EXIFCARD_SANITIZERS)
         target_link_options(${program} PRIVATE
             -Wl,--push-state,--no-as-needed -lexiv2 -lstdc++ -Wl,--pop-state
             -Wl,-z,pack-relative-relocs)
