@@ -16,6 +16,8 @@
 #include <QLabel>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <limits>
 #include <utility>
 
@@ -31,6 +33,27 @@ void call(const ExifDataListDataSource::CompletionBlock& completionBlock) {
         completionBlock();
     }
 }
+
+/// Lets through as much progress as a screen shows, for the main queue wakes for each step: what is left out
+/// is followed by more, or by the page. All of it where it is logged. Any thread.
+class ProgressPace {
+public:
+    bool isDue() {
+        const auto now = Clock::now().time_since_epoch().count();
+        const bool isFrameOver = Clock::duration(now - _latest.load()) >= kFrame;
+        if (!isFrameOver && !isDebugLogWanted()) {
+            return false;
+        }
+        _latest = now;
+        return true;
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds kFrame{16};
+
+    std::atomic<Clock::rep> _latest = 0;
+};
 
 DispatchQueue& readingQueue() {
     return DispatchQueue::globalQueue(DispatchQueue::Priority::High);
@@ -147,8 +170,12 @@ void ExifDataListDataSource::showFirstLoadingSpinnerHUD() {
 
 void ExifDataListDataSource::read(const Page& page) {
     readingQueue().async([weakSelf = weak_from_this(), page] {
-        const auto showProgress = [weakSelf, generation = page.generation](
+        const auto pace = std::make_shared<ProgressPace>();
+        const auto showProgress = [weakSelf, pace, generation = page.generation](
                                       bool containsICloud, float progress) {
+            if (!pace->isDue()) {
+                return;
+            }
             DispatchQueue::mainQueue().async([weakSelf, generation, containsICloud, progress] {
                 debugLog("PROGRESS %f", {progress});
                 const auto self = weakSelf.lock();
