@@ -170,7 +170,7 @@ int run(int argumentCount, char** arguments) {
     if (!runUntil([&] { return showsPictures(window); })) {
         return 1;
     }
-    listOf(window)->viewport()->repaint();
+    QCoreApplication::sendPostedEvents(&window, QEvent::UpdateRequest); // Paints those that came last.
     return what == "scroll" ? scroll(window, std::size_t(number)) : what == "send" ? send(window, number) : 0;
 }
 

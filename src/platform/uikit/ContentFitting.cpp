@@ -37,6 +37,8 @@ Anchor anchorOf(UIViewContentMode mode) {
 /// third of the time that the mean of all pixels takes, which what is made smaller needs.
 constexpr double kSmallestShareDrawn = 0.5;
 
+constexpr int kChannelsWithAlpha = 4;
+
 void drawScaled(QPainter& painter, const QRect& place, const QImage& source) {
     const bool isDrawn = place.width() >= source.width() * kSmallestShareDrawn &&
                          place.height() >= source.height() * kSmallestShareDrawn;
@@ -49,11 +51,11 @@ void drawScaled(QPainter& painter, const QRect& place, const QImage& source) {
     }
 }
 
-/// In its place on a canvas of that size.
-QImage placed(const QImage& source, const QRect& place, const QSize& size) {
-    const bool isOpaque = !source.hasAlphaChannel() && place.contains(QRect(QPoint(0, 0), size));
-    if (isOpaque && source.size() == size && place.size() == size) {
-        return source; // What a list shows comes in its size.
+/// A part of the pixels in its place on a canvas of that size.
+QImage placed(const Bitmap& bitmap, const QRect& part, const QRect& place, const QSize& size) {
+    const bool isOpaque = bitmap.channels != kChannelsWithAlpha && place.contains(QRect(QPoint(0, 0), size));
+    if (isOpaque && part.size() == size && place.size() == size) {
+        return qImageFromBitmap(bitmap, part); // As it is.
     }
     QImage drawn(size, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
     if (!isOpaque) {
@@ -61,7 +63,7 @@ QImage placed(const QImage& source, const QRect& place, const QSize& size) {
     }
     QPainter painter(&drawn);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    drawScaled(painter, place, source);
+    drawScaled(painter, place, passingQImageFromBitmap(bitmap, part));
     return drawn;
 }
 
@@ -126,7 +128,7 @@ QImage drawnContent(const UIImage& picture, const FittedContent& content) {
         return {};
     }
     const QSize size = (content.viewSize * content.scale).toSize().expandedTo({1, 1});
-    QImage drawn = placed(qImageFromBitmap(*bitmap, part), place, size);
+    QImage drawn = placed(*bitmap, part, place, size);
     if (content.cornerRadius > 0) {
         drawn = rounded(drawn, content.cornerRadius * content.scale);
     }

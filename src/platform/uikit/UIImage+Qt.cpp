@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <vector>
 
 namespace exifcard {
 namespace {
@@ -54,6 +55,30 @@ QImage qImageFromBitmap(const Bitmap& bitmap, const QRect& part) {
         }
     }
     return image;
+}
+
+QImage passingQImageFromBitmap(const Bitmap& bitmap, const QRect& part) {
+    constexpr int kMostPixels = 1 << 18; // A tile's picture has half as many.
+    constexpr std::size_t kChannels = 3;
+    const bool isPlain = bitmap.channels == int{kChannels} && bitmap.iccProfile.empty();
+    if (!isPlain || part.width() > kMostPixels / part.height()) {
+        return qImageFromBitmap(bitmap, part);
+    }
+    // Memory that is asked for anew costs more than the pixels that are put into it.
+    thread_local std::vector<QRgb> pixels;
+    const auto columns = static_cast<std::size_t>(part.width());
+    pixels.resize(std::max(pixels.size(), columns * static_cast<std::size_t>(part.height())));
+    QRgb* to = pixels.data();
+    for (int row = part.top(); row <= part.bottom(); ++row) {
+        const auto first =
+            (std::size_t(row) * std::size_t(bitmap.width) + std::size_t(part.left())) * kChannels;
+        const std::uint8_t* from = bitmap.pixels.data() + first;
+        for (std::size_t column = 0; column < columns; ++column, from += kChannels) {
+            *to++ = qRgb(from[0], from[1], from[2]);
+        }
+    }
+    return {reinterpret_cast<const uchar*>(pixels.data()), part.width(), part.height(),
+        qsizetype{part.width()} * qsizetype{sizeof(QRgb)}, QImage::Format_RGB32};
 }
 
 QImage qImageFromUIImage(const UIImage& picture) {

@@ -18,6 +18,8 @@ struct Bitmap;
 std::shared_ptr<const Bitmap> uprightBitmap(const UIImage& picture, std::optional<CGSize> smallest);
 /// A part of the pixels, within them, in sRGB.
 QImage qImageFromBitmap(const Bitmap& bitmap, const QRect& part);
+/// The same for a picture that is drawn at once and dropped: the next one of this thread takes its place.
+QImage passingQImageFromBitmap(const Bitmap& bitmap, const QRect& part);
 /// All of `uprightBitmap` in sRGB; a null image for one that does not decode.
 QImage qImageFromUIImage(const UIImage& picture);
 /// The other way; null for a null image.
