@@ -79,8 +79,8 @@ exifcard_either(xxhash SHARED PkgConfig::XXHASH STATIC libxxhash.a)
 # exifcard_quick_start(<program> [WINDOWS])
 #
 # For a program that is started for one photo at a time: each shared library costs it half a millisecond before main,
-# so what can be is linked in; and what holds most names comes first, where the loader finds them soonest. WINDOWS: so
-# is one that shows some.
+# so what can be is linked in; and of the window's what holds most names comes first, where the loader finds them
+# soonest. WINDOWS: so is one that shows some.
 function(exifcard_quick_start program)
     cmake_parse_arguments(PARSE_ARGV 1 quick "WINDOWS" "" "")
     set_target_properties(${program} PROPERTIES EXIFCARD_QUICK_START ON EXIFCARD_HAS_WINDOWS ${quick_WINDOWS})
@@ -88,8 +88,6 @@ function(exifcard_quick_start program)
         target_link_options(${program} PRIVATE -Wl,--push-state,--no-as-needed $<TARGET_FILE:Qt6::Widgets>
             $<TARGET_FILE:Qt6::Gui> $<TARGET_FILE:Qt6::Core> -lstdc++ -Wl,--pop-state -Wl,-z,pack-relative-relocs)
     elseif(NOT EXIFCARD_SANITIZERS)
-        target_link_options(${program} PRIVATE
-            -Wl,--push-state,--no-as-needed -lexiv2 -lstdc++ -Wl,--pop-state
-            -Wl,-z,pack-relative-relocs)
+        target_link_options(${program} PRIVATE -Wl,-z,pack-relative-relocs)
     endif()
 endfunction()

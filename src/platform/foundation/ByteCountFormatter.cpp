@@ -1,6 +1,7 @@
 #include "platform/foundation/ByteCountFormatter.h"
 
 #include "platform/foundation/LocalizedString.h"
+#include "platform/foundation/NumberSymbols.h"
 
 #include <unicode/numberformatter.h>
 
@@ -28,7 +29,8 @@ using DigitsByFraction =
     std::array<Digits, kMostFractionDigits + 1>; ///< Indexed by the number of fraction digits.
 
 DigitsByFraction makeDigits(bool zeroPadsFractionDigits, const Locale& locale) {
-    const auto plain = icu::number::NumberFormatter::withLocale(icu::Locale(locale.identifier().c_str()));
+    const auto plain = icu::number::NumberFormatter::withLocale(icu::Locale(locale.identifier().c_str()))
+                           .symbols(numberSymbols(locale));
     DigitsByFraction digits;
     for (std::size_t count = 0; count < digits.size(); ++count) {
         const auto most = static_cast<int>(count);

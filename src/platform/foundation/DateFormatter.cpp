@@ -1,6 +1,7 @@
 #include "platform/foundation/DateFormatter.h"
 
 #include "platform/foundation/ASCII.h"
+#include "platform/foundation/EnglishDatePattern.h"
 #include "platform/foundation/NumericDatePattern.h"
 
 #include <unicode/gregocal.h>
@@ -68,9 +69,14 @@ public:
         : _pattern(std::move(pattern))
         , _locale(locale.identifier().c_str())
         , _calendar(makeCalendar(_locale))
-        , _numericPattern(NumericDatePattern::fromPattern(_pattern)) {
+        , _numericPattern(NumericDatePattern::fromPattern(_pattern))
+        , _englishPattern(EnglishDatePattern::fromPattern(_pattern)) {
         if (dynamic_cast<const icu::GregorianCalendar*>(_calendar.get()) == nullptr) {
             _numericPattern.reset();
+        }
+        // Other English countries shorten names in ways of their own.
+        if (locale.identifier() != "en_US" || _pattern.size() > kLongestPattern) {
+            _englishPattern.reset();
         }
     }
 
@@ -78,16 +84,15 @@ public:
 
     std::string text(Date date) const {
         const double second = std::clamp(date.secondsSince1970, -kFurthestSecond, kFurthestSecond);
-        if (std::isnan(second) || format() == nullptr) {
+        if (std::isnan(second) || _calendar == nullptr) {
             return {};
         }
         auto status = U_ZERO_ERROR;
         const std::unique_ptr<icu::Calendar> calendar(_calendar->clone());
         calendar->setTime(std::floor(second * kMillisecondsInSecond + kRoundingInMilliseconds), status);
-        icu::UnicodeString unicode;
-        icu::FieldPosition ignored;
-        std::string text;
-        return format()->format(*calendar, unicode, ignored).toUTF8String(text);
+        const bool isEnglish =
+            _englishPattern && calendar->get(UCAL_ERA, status) == icu::GregorianCalendar::AD;
+        return isEnglish ? textInEnglish(*calendar) : textByICU(*calendar);
     }
 
     std::optional<Date> date(std::string_view text) const {
@@ -99,7 +104,7 @@ public:
     }
 
 private:
-    /// Made when first asked for: it is dear, and reading dates by their numbers needs none. Null where ICU
+    /// Made when first asked for: it is dear, and plain dates need none. Null where ICU
     /// could not make one.
     const icu::SimpleDateFormat* format() const {
         std::call_once(_isFormatMade, [this] {
@@ -109,6 +114,27 @@ private:
             }
         });
         return _format.get();
+    }
+
+    std::string textInEnglish(const icu::Calendar& calendar) const {
+        auto status = U_ZERO_ERROR;
+        const auto part = [&](UCalendarDateFields field) { return calendar.get(field, status); };
+        return _englishPattern->text({
+            .clock = {part(UCAL_YEAR), part(UCAL_MONTH) + 1, part(UCAL_DATE), part(UCAL_HOUR_OF_DAY),
+                part(UCAL_MINUTE), part(UCAL_SECOND)},
+            .weekYear = part(UCAL_YEAR_WOY),
+            .weekday = part(UCAL_DAY_OF_WEEK) - UCAL_SUNDAY,
+        });
+    }
+
+    std::string textByICU(icu::Calendar& calendar) const {
+        if (format() == nullptr) {
+            return {};
+        }
+        icu::UnicodeString unicode;
+        icu::FieldPosition ignored;
+        std::string text;
+        return format()->format(calendar, unicode, ignored).toUTF8String(text);
     }
 
     std::optional<Date> dateByNumbers(std::string_view text) const {
@@ -138,6 +164,7 @@ private:
     const icu::Locale _locale;
     const std::unique_ptr<const icu::Calendar> _calendar; ///< Null when ICU could not make one.
     std::optional<NumericDatePattern> _numericPattern;
+    std::optional<EnglishDatePattern> _englishPattern;
     mutable std::once_flag _isFormatMade;
     mutable std::unique_ptr<const icu::SimpleDateFormat> _format;
 };

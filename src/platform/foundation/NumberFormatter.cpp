@@ -1,5 +1,7 @@
 #include "platform/foundation/NumberFormatter.h"
 
+#include "platform/foundation/NumberSymbols.h"
+
 #include <unicode/numberformatter.h>
 
 #include <algorithm>
@@ -21,6 +23,7 @@ constexpr UNumberFormatRoundingMode kRoundingModes[] = {UNUM_ROUND_CEILING, UNUM
 LocalizedNumberFormatter makeFormatter(NumberFormatter::Options options, const Locale& locale) {
     const auto mode = std::min(static_cast<std::size_t>(options.roundingMode), std::size(kRoundingModes) - 1);
     auto formatter = icu::number::NumberFormatter::withLocale(icu::Locale(locale.identifier().c_str()))
+                         .symbols(numberSymbols(locale))
                          .precision(Precision::maxFraction(
                              std::clamp(options.maximumFractionDigits, 0, kMostFractionDigits)))
                          .roundingMode(kRoundingModes[mode]);

@@ -4,15 +4,13 @@
 #include "platform/foundation/NumberText.h"
 #include "platform/imageio/ByteView.h"
 #include "platform/imageio/ImageProperties.h"
+#include "platform/imageio/NotesModule.h"
 #include "platform/imageio/TextEncoding.h"
 #include "platform/imageio/XmpValue.h"
-
-#include <exiv2/jpgimage.hpp>
 
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <limits>
 #include <string>
 
 namespace exifcard {
@@ -184,15 +182,13 @@ void setContactInfo(Dictionary& iptc, const std::vector<XmpProperty>& packet) {
 } // namespace
 
 Data iptcFromImageResources(const Data& resources) {
-    const Exiv2::byte* record = nullptr;
-    std::uint32_t headSize = 0;
-    std::uint32_t size = 0;
-    if (resources.size() > std::numeric_limits<std::int32_t>::max() ||
-        Exiv2::Photoshop::locateIptcIrb(
-            resources.data(), static_cast<long>(resources.size()), &record, &headSize, &size) != 0) {
+    if (noteDecoder() == nullptr) {
         return {};
     }
-    return resources.slice(static_cast<std::size_t>(record - resources.data()) + headSize, size);
+    const auto datasets = noteDecoder()->iptcInImageResources(resources.bytes());
+    return datasets.empty() ? Data()
+                            : resources.slice(static_cast<std::size_t>(datasets.data() - resources.data()),
+                                  datasets.size());
 }
 
 DictionaryPtr iptcProperties(

@@ -1,41 +1,42 @@
 #include "platform/foundation/Array.h"
 #include "platform/foundation/NumberText.h"
-#include "platform/imageio/Exiv2Setup.h"
 #include "platform/imageio/FilmSimulation.h"
 #include "platform/imageio/ImageProperties.h"
 #include "platform/imageio/MakerNote.h"
+#include "platform/imageio/NotesModule.h"
 #include "platform/imageio/TextEncoding.h"
 
-#include <exiv2/exif.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace exifcard {
 namespace {
-
-/// A tag of a maker note, as Exiv2 decoded it.
-struct NoteTag {
-    const Exiv2::Exifdatum& datum;
-    const Exiv2::ExifData& all;
-};
 
 /// Cameras without a lens that tells its number write all ones.
 constexpr std::int64_t kNoLens = 0xffff;
 constexpr double kCanonStepsPerStop = 32;
 constexpr double kPanasonicStepsPerStop = 3;
 
+/// 0 beyond the last value, as Exiv2 has it for what is no number.
+std::int64_t integerAt(const NoteTag& tag, std::size_t index) {
+    return index < tag.integers.size() ? tag.integers[index] : 0;
+}
+
+double realAt(const NoteTag& tag, std::size_t index) {
+    const auto [numerator, denominator] =
+        index < tag.fractions.size() ? tag.fractions[index] : std::pair(0, 0);
+    return denominator == 0 ? 0 : static_cast<double>(numerator) / denominator;
+}
+
 std::string textOf(const NoteTag& tag) {
-    if (tag.datum.typeId() == Exiv2::asciiString) {
-        return utf8FromUnknown(withoutTrailingBlanks(textBeforeNul(tag.datum.toString())));
-    }
-    std::vector<Exiv2::byte> bytes(static_cast<std::size_t>(tag.datum.size()));
-    tag.datum.copy(bytes.data(), Exiv2::bigEndian);
-    return utf8FromUnknown(withoutTrailingBlanks(textBeforeNul(textView(bytes))));
+    return utf8FromUnknown(withoutTrailingBlanks(textBeforeNul(tag.text)));
 }
 
 Value text(const NoteTag& tag) {
@@ -44,29 +45,24 @@ Value text(const NoteTag& tag) {
 }
 
 Value integer(const NoteTag& tag) {
-    return tag.datum.count() > 0 ? Value(std::int64_t(tag.datum.toLong())) : Value();
+    return tag.count > 0 ? Value(integerAt(tag, 0)) : Value();
 }
 
 Value integers(const NoteTag& tag) {
     auto list = Array::make();
-    for (long index = 0; index < tag.datum.count() && index < 16; ++index) {
-        list->addObject(std::int64_t(tag.datum.toLong(index)));
+    for (const std::int64_t number : tag.integers) {
+        list->addObject(number);
     }
     return list->isEmpty() ? Value() : Value(list);
 }
 
-double realAt(const NoteTag& tag, long index) {
-    const auto fraction = tag.datum.toRational(index);
-    return fraction.second == 0 ? 0 : static_cast<double>(fraction.first) / fraction.second;
-}
-
 Value real(const NoteTag& tag) {
-    return tag.datum.count() > 0 ? Value(realAt(tag, 0)) : Value();
+    return tag.count > 0 ? Value(realAt(tag, 0)) : Value();
 }
 
 /// The number of the body as decimal digits.
 Value serialNumber(const NoteTag& tag) {
-    return tag.datum.typeId() == Exiv2::asciiString ? text(tag) : Value(std::to_string(tag.datum.toLong()));
+    return tag.isText ? text(tag) : Value(std::to_string(integerAt(tag, 0)));
 }
 
 /// "NO= 20025585" as "20025585".
@@ -78,28 +74,28 @@ Value nikonSerialNumber(const NoteTag& tag) {
 
 /// Canon writes 0 for a lens that tells no number, too.
 Value canonLensNumber(const NoteTag& tag) {
-    const auto number = tag.datum.toLong();
-    return number == kNoLens || number == 0 ? Value() : Value(std::int64_t(number));
+    const auto number = integerAt(tag, 0);
+    return number == kNoLens || number == 0 ? Value() : Value(number);
 }
 
 Value lensNumber(const NoteTag& tag) {
-    const auto number = tag.datum.toLong();
-    return number == kNoLens ? Value() : Value(std::int64_t(number));
+    const auto number = integerAt(tag, 0);
+    return number == kNoLens ? Value() : Value(number);
 }
 
 /// The name that Exiv2 knows for the number of the lens; nothing for a number it does not know.
 Value lensName(const NoteTag& tag) {
-    if (tag.datum.toLong() == kNoLens) {
+    if (integerAt(tag, 0) == kNoLens) {
         return {};
     }
-    auto name = tag.datum.print(&tag.all);
+    const std::string& name = tag.inWords;
     const bool isName = !name.empty() && name.front() != '(' && (name.front() < '0' || name.front() > '9');
     return isName ? Value(utf8FromUnknown(name)) : Value();
 }
 
 /// The shortest and longest focal length and the widest apertures at both.
 Value lensInfo(const NoteTag& tag) {
-    if (tag.datum.count() != 4) {
+    if (tag.count != 4) {
         return {};
     }
     return Array::make({realAt(tag, 0), realAt(tag, 1), realAt(tag, 2), realAt(tag, 3)});
@@ -107,21 +103,21 @@ Value lensInfo(const NoteTag& tag) {
 
 /// Canon keeps the longest focal length, the shortest one and their units per millimetre.
 Value canonLensInfo(const NoteTag& tag) {
-    const double unitsPerMillimetre = tag.datum.count() == 3 ? static_cast<double>(tag.datum.toLong(2)) : 0;
-    if (unitsPerMillimetre <= 0 || tag.datum.toLong(0) == 0) {
+    const double unitsPerMillimetre = tag.count == 3 ? static_cast<double>(integerAt(tag, 2)) : 0;
+    if (unitsPerMillimetre <= 0 || integerAt(tag, 0) == 0) {
         return {};
     }
-    const auto longest = static_cast<double>(tag.datum.toLong(0)) / unitsPerMillimetre;
-    const auto shortest = static_cast<double>(tag.datum.toLong(1)) / unitsPerMillimetre;
+    const auto longest = static_cast<double>(integerAt(tag, 0)) / unitsPerMillimetre;
+    const auto shortest = static_cast<double>(integerAt(tag, 1)) / unitsPerMillimetre;
     return Array::make({shortest, longest, 0.0, 0.0});
 }
 
 /// "24.0-120.0 mm f/4.0", one number where both are equal.
 Value nikonLensModel(const NoteTag& tag) {
-    if (tag.datum.count() != 4 || realAt(tag, 0) <= 0) {
+    if (tag.count != 4 || realAt(tag, 0) <= 0) {
         return {};
     }
-    const auto range = [&](long first) {
+    const auto range = [&](std::size_t first) {
         const double low = realAt(tag, first);
         const double high = realAt(tag, first + 1);
         return low == high ? fmt::format("{:.1f}", low) : fmt::format("{:.1f}-{:.1f}", low, high);
@@ -130,41 +126,40 @@ Value nikonLensModel(const NoteTag& tag) {
 }
 
 Value canonFlashCompensation(const NoteTag& tag) {
-    return static_cast<double>(static_cast<std::int16_t>(tag.datum.toLong())) / kCanonStepsPerStop;
+    return static_cast<double>(static_cast<std::int16_t>(integerAt(tag, 0))) / kCanonStepsPerStop;
 }
 
 /// Three signed bytes: steps, and the size of one as a fraction.
 Value nikonFlashCompensation(const NoteTag& tag) {
-    const auto byteAt = [&](long index) { return static_cast<std::int8_t>(tag.datum.toLong(index)); };
-    return tag.datum.count() < 3 || byteAt(2) == 0
-               ? Value()
-               : Value(static_cast<double>(byteAt(0)) * byteAt(1) / byteAt(2));
+    const auto byteAt = [&](std::size_t index) { return static_cast<std::int8_t>(integerAt(tag, index)); };
+    return tag.count < 3 || byteAt(2) == 0 ? Value()
+                                           : Value(static_cast<double>(byteAt(0)) * byteAt(1) / byteAt(2));
 }
 
 Value panasonicFlashCompensation(const NoteTag& tag) {
-    return static_cast<double>(static_cast<std::int16_t>(tag.datum.toLong())) / kPanasonicStepsPerStop;
+    return static_cast<double>(static_cast<std::int16_t>(integerAt(tag, 0))) / kPanasonicStepsPerStop;
 }
 
 /// 0x1001 as "1.001".
 Value olympusFirmware(const NoteTag& tag) {
-    const auto digits = fmt::format("{:04x}", tag.datum.toLong());
+    const auto digits = fmt::format("{:04x}", integerAt(tag, 0));
     return digits.substr(0, digits.size() - 3) + "." + digits.substr(digits.size() - 3);
 }
 
 /// Pentax encrypts the count with the date; Exiv2 decrypts it into its text.
 Value pentaxShutterCount(const NoteTag& tag) {
-    const auto count = integerFromText(tag.datum.print(&tag.all));
-    return tag.datum.count() == 4 && count > 0 ? Value(count) : Value();
+    const auto count = integerFromText(tag.inWords);
+    return tag.count == 4 && count > 0 ? Value(count) : Value();
 }
 
 /// A look and, twice, its code.
 Value filmSimulation(const NoteTag& tag) {
-    const auto code = std::int64_t(tag.datum.toLong());
+    const auto code = integerAt(tag, 0);
     return Array::make({fujiFilmModeName(code), code, code});
 }
 
 Value filmSaturation(const NoteTag& tag) {
-    const auto code = std::int64_t(tag.datum.toLong());
+    const auto code = integerAt(tag, 0);
     return Array::make({fujiSaturationName(code), code, code});
 }
 
@@ -254,16 +249,26 @@ constexpr NoteRow kRows[] = {
     {"Sigma", 0x0017, kAux, kCGImagePropertyExifAuxFirmware, text},
 };
 
+constexpr std::array<WantedTag, std::size(kRows)> wantedTags() {
+    std::array<WantedTag, std::size(kRows)> wanted;
+    std::ranges::transform(kRows, wanted.begin(), [](const NoteRow& row) {
+        const bool isWantedInWords = row.read == lensName || row.read == pentaxShutterCount;
+        return WantedTag{row.group, row.tag, isWantedInWords};
+    });
+    return wanted;
+}
+
+constexpr auto kWantedTags = wantedTags();
+
 /// The values of all rows, in their order.
 using RowValues = std::array<Value, std::size(kRows)>;
 
-RowValues valuesOf(const Exiv2::ExifData& tags) {
+RowValues valuesOf(const std::vector<NoteTag>& tags) {
     RowValues values;
-    for (const Exiv2::Exifdatum& datum : tags) {
-        const std::string group = datum.groupName();
+    for (const NoteTag& tag : tags) {
         for (std::size_t row = 0; row < std::size(kRows); ++row) {
-            if (kRows[row].tag == datum.tag() && kRows[row].group == group && values[row].isNothing()) {
-                values[row] = kRows[row].read({datum, tags});
+            if (kRows[row].tag == tag.tag && kRows[row].group == tag.group && values[row].isNothing()) {
+                values[row] = kRows[row].read(tag);
             }
         }
     }
@@ -281,7 +286,7 @@ Dictionary& dictionaryNamed(std::string_view name, std::vector<NamedDictionary>&
 }
 
 /// Adds the rows' values to `aux` and to dictionaries of their own.
-std::vector<NamedDictionary> propertiesFromTags(const Exiv2::ExifData& tags, PropertyCollector& aux) {
+std::vector<NamedDictionary> propertiesFromTags(const std::vector<NoteTag>& tags, PropertyCollector& aux) {
     std::vector<NamedDictionary> dictionaries;
     RowValues values = valuesOf(tags);
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
@@ -303,16 +308,11 @@ std::vector<NamedDictionary> propertiesFromTags(const Exiv2::ExifData& tags, Pro
 } // namespace
 
 std::vector<NamedDictionary> readMakerNote(const MakerNote& note, PropertyCollector& aux) {
-    std::vector<NamedDictionary> dictionaries;
     const auto structure = structureForMakerNote(note);
-    if (!structure.empty()) {
-        withExiv2([&] {
-            Exiv2::ExifData tags;
-            Exiv2::ExifParser::decode(tags, structure.data(), static_cast<std::uint32_t>(structure.size()));
-            dictionaries = propertiesFromTags(tags, aux);
-        });
+    if (structure.empty() || noteDecoder() == nullptr) {
+        return {};
     }
-    return dictionaries;
+    return propertiesFromTags(noteDecoder()->tagsOfMakerNote(structure, kWantedTags, logNoteFault), aux);
 }
 
 } // namespace exifcard

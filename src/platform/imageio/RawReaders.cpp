@@ -1,12 +1,10 @@
 #include "platform/imageio/ByteView.h"
 #include "platform/imageio/ContainerReaders.h"
-#include "platform/imageio/Exiv2Setup.h"
 #include "platform/imageio/ImageProperties.h"
-
-#include <exiv2/exif.hpp>
-#include <exiv2/image.hpp>
+#include "platform/imageio/NotesModule.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace exifcard {
 namespace {
@@ -43,13 +41,6 @@ PixelSize fujiSize(const ByteView& view) {
         place += 4 + std::size_t(view.shortAt(place + 2).value_or(0));
     }
     return size;
-}
-
-/// The Exif data that Exiv2 makes of a CRW's own structure.
-Data canonExif(Exiv2::Image& image) {
-    Exiv2::Blob blob;
-    Exiv2::ExifParser::encode(blob, Exiv2::littleEndian, image.exifData());
-    return Data::fromBytes(std::move(blob));
 }
 
 } // namespace
@@ -99,21 +90,19 @@ std::optional<ImageFacts> readMinoltaRaw(const Data& file, std::size_t index) {
 }
 
 std::optional<ImageFacts> readCanonCrw(const Data& file, std::size_t index) {
-    std::optional<ImageFacts> read;
-    if (index > 0 || file.size() > kMostCanonBytes) {
-        return read;
+    if (index > 0 || file.size() > kMostCanonBytes || noteDecoder() == nullptr) {
+        return std::nullopt;
     }
-    withExiv2([&] {
-        const auto image = Exiv2::ImageFactory::open(file.data(), static_cast<long>(file.size()));
-        image->readMetadata();
-        ImageFacts facts;
-        facts.width = image->pixelWidth();
-        facts.height = image->pixelHeight();
-        facts.colorModel = kCGImagePropertyColorModelRGB;
-        facts.exif = canonExif(*image);
-        read = std::move(facts);
-    });
-    return read;
+    auto crw = noteDecoder()->canonCrw(file.bytes(), logNoteFault);
+    if (!crw) {
+        return std::nullopt;
+    }
+    ImageFacts facts;
+    facts.width = crw->width;
+    facts.height = crw->height;
+    facts.colorModel = kCGImagePropertyColorModelRGB;
+    facts.exif = Data::fromBytes(std::move(crw->exif));
+    return facts;
 }
 
 } // namespace exifcard

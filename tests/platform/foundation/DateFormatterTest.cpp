@@ -137,5 +137,27 @@ TEST_F(DateFormatterTest, ThreadsMayShareOne) {
     }
 }
 
+TEST_F(DateFormatterTest, WritesPlainEnglishDatesAsICUDoes) {
+    const Locale english("en_US");
+    const Locale byICU("en_US@calendar=gregorian"); // The same conventions, under a name that only ICU knows.
+    const char* const patterns[] = {"dd-MM-YYYY hh:mm:ss a", "EEEE, MMMM d, yyyy", "EEE E d. MMM yy, h:m:s a",
+        "H:mm", "y/M/d HH.mm.ss YY Y", "yyyy MM yyy", "MMMMM EEEEE", "'at' h aaaa", "",
+        "dd.MM.yyyy HH:mm 'o''clock'", "hh 'h'"};
+    for (const char* const pattern : patterns) {
+        SCOPED_TRACE(pattern);
+        const DateFormatter ours(pattern, english);
+        const DateFormatter theirs(pattern, byICU);
+        // Each hour of the day, weekday and month; New Year's weeks; before the calendar's reform and before
+        // Christ.
+        for (double second = -3e9; second < 3e9; second += 7e6 + 3'661) {
+            const Date date{second};
+            EXPECT_EQ(ours.stringFromDate(date), theirs.stringFromDate(date)) << second;
+        }
+        for (const double second : {1577836799.0, 1230768000.0, 1609459199.0, -2e10, -6.3e10, -1e11, 5e12}) {
+            EXPECT_EQ(ours.stringFromDate({second}), theirs.stringFromDate({second})) << second;
+        }
+    }
+}
+
 } // namespace
 } // namespace exifcard
