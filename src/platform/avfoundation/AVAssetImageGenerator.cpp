@@ -4,6 +4,7 @@
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Identifiers.h"
 #include "platform/uivalues/BitmapGeometry.h"
+#include "platform/uivalues/ShrunkSize.h"
 #include "platform/uivalues/UIImage.h"
 
 #include <algorithm>
@@ -36,14 +37,6 @@ int exifOrientationOf(const CGAffineTransform& transform) {
         return transform.a * other.a + transform.b * other.b + transform.c * other.c + transform.d * other.d;
     };
     return std::ranges::max_element(kTurns, {}, likeness)->exifOrientation;
-}
-
-/// The size, or the largest of its shape that fits into the limits; in whole pixels.
-CGSize fittedSize(CGSize size, CGSize limits) {
-    const bool isLimited = limits.width > 0 && limits.height > 0;
-    const double factor =
-        isLimited ? std::min({1.0, limits.width / size.width, limits.height / size.height}) : 1;
-    return {std::max(1.0, std::round(size.width * factor)), std::max(1.0, std::round(size.height * factor))};
 }
 
 /// A frame that is decoded when it is wanted.
@@ -89,7 +82,7 @@ std::shared_ptr<UIImage> AVAssetImageGenerator::copyCGImageAtTime(CMTime time) c
     const auto turned = [turn](CGSize size) {
         return isQuarterTurn(turn) ? CGSize{size.height, size.width} : size;
     };
-    const CGSize size = fittedSize(turned(track.naturalSize), maximumSize);
+    const CGSize size = shrunkToFit(turned(track.naturalSize), maximumSize);
     auto pixels =
         std::make_shared<VideoFramePixels>(_asset->file(), CMTimeGetSeconds(time), turned(size), turn);
     return std::make_shared<UIImage>(

@@ -4,6 +4,7 @@
 #include "platform/imageio/ImageDrawing.h"
 #include "platform/imageio/PixelModules.h"
 #include "platform/uivalues/Bitmap.h"
+#include "platform/uivalues/ShrunkSize.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,10 +14,8 @@ namespace exifcard {
 namespace {
 
 CGSize thumbnailSize(CGSize own, int maximumPixelSize) {
-    const double longer = std::max(own.width, own.height);
-    const double factor = maximumPixelSize > 0 ? std::min(1.0, maximumPixelSize / longer) : 1;
-    const auto whole = [factor](double side) { return std::max(1.0, std::round(side * factor)); };
-    return {whole(own.width), whole(own.height)};
+    const double side = maximumPixelSize;
+    return shrunkToFit(own, {side, side});
 }
 
 /// The stored pixels of a file, of which a thumbnail in it will do.

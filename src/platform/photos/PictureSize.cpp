@@ -1,7 +1,8 @@
 #include "platform/photos/PictureSize.h"
 
+#include "platform/uivalues/ShrunkSize.h"
+
 #include <algorithm>
-#include <cmath>
 
 namespace exifcard {
 namespace {
@@ -35,17 +36,13 @@ CGRect partOf(CGSize natural, const WantedPicture& wanted) {
         {std::max(1.0, width * natural.width), std::max(1.0, height * natural.height)}};
 }
 
-double wholePixels(double length) {
-    return std::max(1.0, std::round(length));
-}
-
 } // namespace
 
 PicturePlacement placementOf(CGSize natural, const WantedPicture& wanted) {
     const CGRect part = partOf(natural, wanted);
     const double scale = scaleFor(part.size, wanted);
     PicturePlacement placement;
-    placement.canvas = {wholePixels(part.size.width * scale), wholePixels(part.size.height * scale)};
+    placement.canvas = {wholeLength(part.size.width * scale), wholeLength(part.size.height * scale)};
     // Stretched by less than a pixel, so that no edge is half covered.
     const double horizontal = placement.canvas.width / part.size.width;
     const double vertical = placement.canvas.height / part.size.height;

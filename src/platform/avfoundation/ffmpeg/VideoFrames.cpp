@@ -1,5 +1,7 @@
 #include "platform/avfoundation/ffmpeg/VideoFrames.h"
 
+#include "platform/uivalues/ShrunkSize.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
@@ -86,12 +88,6 @@ void seekTo(const VideoFile& file, const AVStream& stream, double seconds) {
     }
 }
 
-void fitInto(CGSize limits, int& width, int& height) {
-    const double factor = std::min({1.0, limits.width / width, limits.height / height});
-    width = std::max(1, static_cast<int>(std::lround(width * factor)));
-    height = std::max(1, static_cast<int>(std::lround(height * factor)));
-}
-
 using Scaler = std::unique_ptr<SwsContext, FreeScaler>;
 
 /// What the file says, which may be a number that the enumeration lacks.
@@ -118,9 +114,9 @@ Scaler scalerFor(const AVFrame& frame, int width, int height) {
 
 std::optional<Bitmap> bitmapOf(const AVFrame& frame, CGSize limits) {
     Bitmap bitmap;
-    bitmap.width = frame.width;
-    bitmap.height = frame.height;
-    fitInto(limits, bitmap.width, bitmap.height);
+    const CGSize shown = shrunkToFit({double(frame.width), double(frame.height)}, limits);
+    bitmap.width = static_cast<int>(shown.width);
+    bitmap.height = static_cast<int>(shown.height);
     const Scaler scaler = scalerFor(frame, bitmap.width, bitmap.height);
     // The scaler's vector code writes whole blocks, beyond the end of a row.
     std::array<std::uint8_t*, 4> planes = {};
