@@ -21,6 +21,7 @@
 #include "platform/photos/PHImageManager.h"
 #include "platform/photos/PHPhotoLibrary.h"
 #include "platform/uikit/MSMessagesAppViewController.h"
+#include "platform/uikit/SynthesizedClick.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIImageView.h"
@@ -29,7 +30,6 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QMouseEvent>
 #include <QTimer>
 
 #include <algorithm>
@@ -115,15 +115,6 @@ int scroll(MessagesWindow& window, std::size_t tiles) {
     return 0;
 }
 
-void tap(QWidget& widget) {
-    const QPointF place = widget.rect().center();
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-        QMouseEvent event(type, place, widget.mapToGlobal(place), Qt::LeftButton, held, Qt::NoModifier);
-        QCoreApplication::sendEvent(&widget, &event);
-    }
-}
-
 /// What nobody can do without: the newest photo's bytes decoded and fitted.
 void decodeAndFit(const PHAsset& asset) {
     PHImageRequestOptions options;
@@ -150,7 +141,8 @@ int send(MessagesWindow& window, int rounds) {
             return 1;
         }
         taps.push_back(millisecondsOf([&] {
-            tap(*listOf(window)->visibleCells().front());
+            QWidget& tile = *listOf(window)->visibleCells().front();
+            sendClick(tile, tile.rect().center());
             runUntil([&] { return !window.feed().pending().empty(); });
         }));
         bare.push_back(millisecondsOf([&] { decodeAndFit(*newest); }));

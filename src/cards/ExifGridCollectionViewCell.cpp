@@ -28,7 +28,7 @@ ExifGridCollectionViewCell::ExifGridCollectionViewCell() {
     interface.imageView->setBackgroundColor(Apperance::ultraLightGrayColor());
     interface.backgroundBorderView->setBackgroundColor(UIColor::white(0, 0));
     interface.favoriteButton->setPictureColor(Apperance::yellowColor());
-    interface.favoriteButton->setUncheckedPicture(QStringLiteral("favourite"));
+    interface.favoriteButton->setUncheckedPicture("favourite");
     interface.favoriteButton->hide();
     setOutlets({.imageView = interface.imageView,
         .favoriteButton = interface.favoriteButton,

@@ -64,7 +64,7 @@ ExifGridWithDetailsCollectionViewCell::ExifGridWithDetailsCollectionViewCell()
         colorForCurrentStyleWithLight(UIColor::white(0.2, 0.4), UIColor::white(0.2)));
     _interface->imageView->setBackgroundColor(Apperance::ultraLightGrayColor());
     _interface->favoriteButton->setPictureColor(Apperance::yellowColor());
-    _interface->favoriteButton->setUncheckedPicture(QStringLiteral("favourite"));
+    _interface->favoriteButton->setUncheckedPicture("favourite");
     _interface->favoriteButton->hide();
     _interface->locationButton->setPictureColor(Apperance::appearanceTintColor());
     _interface->cameraModelHolderView->hide();

@@ -2,9 +2,9 @@
 
 #include "appearance/Apperance.h"
 #include "appearance/ThemeColors.h"
-#include "host/CrossFade.h"
 #include "host/PanelHandle.h"
 #include "platform/uikit/MSMessagesAppViewController.h"
+#include "platform/uikit/ScreenTransition.h"
 #include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UITraitCollection.h"
 
@@ -158,7 +158,10 @@ void ExtensionPanel::setStyle(Style style, bool isAnimated) {
     }
     finishMovement();
     const bool isFading = isAnimated && UITraitCollection::currentTraitCollection().isMotionReduced;
-    auto* const fade = isFading ? new CrossFade(*parentWidget()) : nullptr;
+    QWidget& window = *parentWidget();
+    auto* const fade = isFading ? new ScreenTransition(window, window, ScreenTransition::Kind::CrossFade,
+                                      window.rect(), &window)
+                                : nullptr;
     _style = style;
     _handle->setExpanded(style == Style::Expanded);
     if (isActive()) {
@@ -169,6 +172,7 @@ void ExtensionPanel::setStyle(Style style, bool isAnimated) {
     emit styleChanged();
     if (fade != nullptr) {
         setPanelHeight(heightOf(style));
+        connect(fade, &ScreenTransition::finished, fade, &ScreenTransition::deleteLater);
         fade->start();
         finishMovement();
     } else if (isAnimated && isVisible()) {

@@ -3,10 +3,10 @@
 #include "appearance/Apperance.h"
 #include "appearance/ThemeColors.h"
 #include "host/HostFont.h"
-#include "host/IconButton.h"
 #include "host/WrappedText.h"
 #include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/Accessibility.h"
+#include "platform/uikit/PictureButton.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
@@ -63,15 +63,11 @@ void paintAvatar(QPainter& painter, const QRectF& disc, const QString& name) {
 
 HeaderBar::HeaderBar(QWidget* parent)
     : QWidget(parent)
-    , _conversationsButton(new IconButton({.icon = "downArrowButton",
-                                              .iconSide = 24,
-                                              .discSide = 40,
-                                              .disc = {},
-                                              .color = secondaryTextColor()},
+    , _conversationsButton(new PictureButton({.picture = "downArrowButton", .color = secondaryTextColor()},
           qString(localizedString("Conversations")),
           this)) {
     setFixedHeight(kHeight);
-    connect(_conversationsButton, &IconButton::clicked, this, &HeaderBar::conversationsRequested);
+    connect(_conversationsButton, &QAbstractButton::clicked, this, &HeaderBar::conversationsRequested);
     setAccessibilityTraits(*this, kUIAccessibilityTraitHeader);
     setIsAccessibilityElement(*this, false); // Its button is one.
 }

@@ -5,7 +5,7 @@
 
 namespace exifcard {
 
-class IconButton;
+class PictureButton;
 
 /// The bar above a conversation: initials, name and subject, and the way to the other conversations.
 class HeaderBar : public QWidget {
@@ -32,7 +32,7 @@ private:
     QString _name;
     QString _subject;
     double _progress = -1;
-    IconButton* _conversationsButton = nullptr;
+    PictureButton* _conversationsButton = nullptr;
 };
 
 /// "ML" of "Maja Lindqvist"; at most two letters.

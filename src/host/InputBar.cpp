@@ -4,11 +4,11 @@
 #include "appearance/ThemeColors.h"
 #include "host/HostColors.h"
 #include "host/HostFont.h"
-#include "host/IconButton.h"
 #include "host/PendingPhotoView.h"
 #include "host/PendingTextView.h"
 #include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/FocusRing.h"
+#include "platform/uikit/PictureButton.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
@@ -79,11 +79,11 @@ InputBar::InputBar(QWidget* parent)
     , _separator(new Hairline(_field))
     , _textView(new PendingTextView(_field))
     , _line(new QLineEdit(_field))
-    , _sendButton(new IconButton({.icon = "send",
-                                     .iconSide = 20,
-                                     .discSide = 30,
-                                     .disc = Apperance::yellowColor(),
-                                     .color = HostColors::onAmber()},
+    , _sendButton(new PictureButton({.picture = "send",
+                                        .pictureSide = 20,
+                                        .color = HostColors::onAmber(),
+                                        .discSide = 30,
+                                        .discColor = Apperance::yellowColor()},
           qString(localizedString("Send")),
           _field)) {
     _errorLabel->setWordWrap(true);
@@ -112,7 +112,7 @@ InputBar::InputBar(QWidget* parent)
     column->addLayout(lineRow);
     connect(_line, &QLineEdit::textChanged, this, &InputBar::updateSendButton);
     connect(_line, &QLineEdit::returnPressed, this, &InputBar::sendRequested);
-    connect(_sendButton, &IconButton::clicked, this, &InputBar::sendRequested);
+    connect(_sendButton, &QAbstractButton::clicked, this, &InputBar::sendRequested);
     connect(_photoView, &PendingPhotoView::closed, this, &InputBar::dropRequested);
     connect(_failureView, &PendingPhotoView::closed, this, &InputBar::clearFailedInsertions);
     connect(_failureView, &PendingPhotoView::retried, this, &InputBar::retryRequested);

@@ -13,7 +13,7 @@ class QLineEdit;
 
 namespace exifcard {
 
-class IconButton;
+class PictureButton;
 class PendingPhotoView;
 class PendingTextView;
 
@@ -73,7 +73,7 @@ private:
     QWidget* _separator = nullptr;
     PendingTextView* _textView = nullptr;
     QLineEdit* _line = nullptr;
-    IconButton* _sendButton = nullptr;
+    PictureButton* _sendButton = nullptr;
 };
 
 } // namespace exifcard

@@ -4,13 +4,14 @@
 #include "appearance/ThemeColors.h"
 #include "host/HostColors.h"
 #include "host/HostFont.h"
-#include "host/IconButton.h"
+#include "host/RemovingButton.h"
 #include "host/SheetButton.h"
 #include "host/StoredPicture.h"
 #include "host/WrappedText.h"
 #include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/Accessibility.h"
 #include "platform/uikit/NamedImages.h"
+#include "platform/uikit/PictureButton.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
@@ -37,10 +38,10 @@ QString lineText(const std::optional<std::string>& text) {
 
 PendingPhotoView::PendingPhotoView(QWidget* parent)
     : QWidget(parent)
-    , _closeButton(IconButton::forRemoving(this))
+    , _closeButton(makeRemovingButton(*this))
     , _retryButton(new SheetButton(SheetButton::Kind::Quiet, qString(localizedString("Try again")), this)) {
     setFixedHeight(kHeight + kBottomGap);
-    connect(_closeButton, &IconButton::clicked, this, &PendingPhotoView::closed);
+    connect(_closeButton, &QAbstractButton::clicked, this, &PendingPhotoView::closed);
     connect(_retryButton, &QPushButton::clicked, this, &PendingPhotoView::retried);
     setIsAccessibilityElement(*this, false); // Its buttons are elements.
 }

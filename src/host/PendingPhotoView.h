@@ -12,7 +12,7 @@ class QPushButton;
 
 namespace exifcard {
 
-class IconButton;
+class PictureButton;
 
 /// The bubble that waits in the input field, small: thumbnail, title, caption and subcaption. Or what is said
 /// of one that could not be added.
@@ -49,7 +49,7 @@ private:
     Lines _lines;
     bool _isFailure = false;
     QPixmap _thumbnail; ///< Null until it is loaded.
-    IconButton* _closeButton = nullptr;
+    PictureButton* _closeButton = nullptr;
     QPushButton* _retryButton = nullptr;
 };
 

@@ -2,9 +2,10 @@
 
 #include "host/HostColors.h"
 #include "host/HostFont.h"
-#include "host/IconButton.h"
+#include "host/RemovingButton.h"
 #include "host/WrappedText.h"
 #include "platform/uikit/Accessibility.h"
+#include "platform/uikit/PictureButton.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
@@ -23,11 +24,9 @@ constexpr int kButtonRoom = 34;
 
 } // namespace
 
-PendingTextView::PendingTextView(QWidget* parent)
-    : QWidget(parent)
-    , _closeButton(IconButton::forRemoving(this)) {
+PendingTextView::PendingTextView(QWidget* parent) : QWidget(parent), _closeButton(makeRemovingButton(*this)) {
     setIsAccessibilityElement(*this, false); // Its button is one.
-    connect(_closeButton, &IconButton::clicked, this, &PendingTextView::closed);
+    connect(_closeButton, &QAbstractButton::clicked, this, &PendingTextView::closed);
 }
 
 void PendingTextView::setText(const QString& text, bool isClosable) {

@@ -5,7 +5,7 @@
 
 namespace exifcard {
 
-class IconButton;
+class PictureButton;
 
 /// The text that waits in the input field: its first two lines.
 class PendingTextView : public QWidget {
@@ -26,7 +26,7 @@ protected:
 
 private:
     QString _text;
-    IconButton* _closeButton = nullptr;
+    PictureButton* _closeButton = nullptr;
 };
 
 } // namespace exifcard

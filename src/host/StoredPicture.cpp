@@ -3,10 +3,8 @@
 #include "platform/foundation/Data.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/imageio/ImageDrawing.h"
-#include "platform/uikit/UIImage+Qt.h"
+#include "platform/uikit/ContentFitting.h"
 #include "platform/uivalues/UIImage.h"
-
-#include <algorithm>
 
 namespace exifcard {
 namespace {
@@ -17,13 +15,7 @@ QImage pictureFilling(const std::string& file, QSize filled) {
     if (!picture || filled.isEmpty()) {
         return {};
     }
-    const CGSize canvas = {static_cast<double>(filled.width()), static_cast<double>(filled.height())};
-    const CGSize whole = picture->size();
-    const double scale = std::max(canvas.width / whole.width, canvas.height / whole.height);
-    const CGSize drawn = {whole.width * scale, whole.height * scale};
-    const CGRect place = {{(canvas.width - drawn.width) / 2, (canvas.height - drawn.height) / 2}, drawn};
-    const auto cut = drawnImage(*picture, canvas, place, /*scale=*/1);
-    return cut ? qImageFromUIImage(*cut) : QImage();
+    return drawnContent(*picture, {.viewSize = QSizeF(filled), .mode = UIViewContentMode::ScaleAspectFill});
 }
 
 } // namespace

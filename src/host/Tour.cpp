@@ -8,13 +8,12 @@
 #include "host/MessagesWindow.h"
 #include "host/Settling.h"
 #include "platform/uikit/MSMessagesAppViewController.h"
+#include "platform/uikit/SynthesizedClick.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UICollectionReusableView.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QImage>
-#include <QMouseEvent>
 
 #include <chrono>
 #include <cstdio>
@@ -26,16 +25,6 @@ constexpr std::chrono::minutes kLongestImport(30);
 
 void say(const QString& line) {
     std::fprintf(stderr, "%s\n", line.toLocal8Bit().constData());
-}
-
-/// A click of the left button, as the window system sends it.
-void click(QWidget& widget, const QPoint& place) {
-    const QPointF global = widget.mapToGlobal(QPointF(place));
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-        QMouseEvent event(type, QPointF(place), global, Qt::LeftButton, held, Qt::NoModifier);
-        QCoreApplication::sendEvent(&widget, &event);
-    }
 }
 
 UICollectionViewCell* firstVisibleCell(QWidget& view) {
@@ -71,7 +60,7 @@ bool Tour::sendFirstPhoto() {
         say(QStringLiteral("exifcard-messages: the panel shows no photo"));
         return false;
     }
-    click(*cell, cell->rect().center());
+    sendClick(*cell, cell->rect().center());
     return waitUntil([this] { return !_window.feed().pending().empty(); });
 }
 

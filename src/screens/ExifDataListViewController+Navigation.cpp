@@ -4,11 +4,11 @@
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/LocalizedString.h"
 #include "platform/foundation/Log.h"
-#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/PictureButton.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UIFont.h"
 #include "platform/uikit/UINavigationController.h"
-#include "screens/BarButton.h"
 #include "screens/DetailScreen.h"
 #include "screens/ExifDataListDataSource.h"
 #include "screens/ListViewTypes.h"
@@ -18,9 +18,27 @@
 namespace exifcard {
 namespace {
 
-std::unique_ptr<BarButton> barButton(const char* imageName, QString title, Qt::Alignment contentAlignment) {
-    return std::make_unique<BarButton>(Apperance::themedImageFileNameFor(imageName), std::move(title),
-        contentAlignment, Apperance::appearanceTextColor());
+constexpr double kImageSideBesideTitle = 18;
+constexpr double kTitleSize = 13;
+
+/// @param contentAlignment  Horizontal, in the direction of reading.
+std::unique_ptr<PictureButton> barButton(
+    const char* imageName, const QString& name, Qt::Alignment contentAlignment) {
+    PictureButton::Look look;
+    look.picture = Apperance::themedImageFileNameFor(imageName);
+    look.color = Apperance::appearanceTextColor();
+    look.place = contentAlignment;
+    return std::make_unique<PictureButton>(std::move(look), name, nullptr);
+}
+
+void giveTitle(PictureButton& button, const QString& title) {
+    PictureButton::Look look = button.look();
+    look.pictureSide = kImageSideBesideTitle;
+    button.setLook(std::move(look));
+    button.setText(title);
+    if (const auto font = UIFont::fontWithName("AvenirNext-DemiBold", kTitleSize)) {
+        button.setFont(qFont(*font));
+    }
 }
 
 } // namespace
@@ -29,24 +47,24 @@ void ExifDataListViewController::updateNavigationBarUI() {
     if (collectionView) {
         collectionView->setAllowsMultipleSelection(isSelecting());
     }
+    // Intended: the button that selects all photos has the name of the menu's, too.
+    const QString menuName = qString(localizedString("Open view type menu"));
     if (!isSelecting()) {
-        auto filter = barButton("downArrowButton", {}, Qt::AlignLeft);
+        auto filter = barButton("downArrowButton", menuName, Qt::AlignLeft);
         connect(filter.get(), &QAbstractButton::clicked, this, [this] { didTapOnShowOrHideFilterView(); });
-        setAccessibilityLabel(*filter, qString(localizedString("Open view type menu")));
         filterCustomButton = filter.get();
         navigationItem().setRightBarButton(std::move(filter));
         navigationItem().setLeftBarButton(nullptr);
         return;
     }
-    auto selectAll = barButton("tickbutton", qString(localizedString("All")), Qt::AlignRight);
+    auto selectAll = barButton("tickbutton", menuName, Qt::AlignRight);
+    giveTitle(*selectAll, qString(localizedString("All")));
     connect(selectAll.get(), &QAbstractButton::clicked, this, [this] { didTapOnSelectAllButton(); });
-    setAccessibilityLabel(*selectAll, qString(localizedString("Open view type menu")));
     filterCustomButton = selectAll.get();
     navigationItem().setRightBarButton(std::move(selectAll));
-    auto close = barButton("closebutton", {}, Qt::AlignHCenter);
+    auto close = barButton("closebutton", qString(localizedString("Cancel selection")), Qt::AlignHCenter);
     connect(
         close.get(), &QAbstractButton::clicked, this, [this] { didTapOnCancelMultipleSelectionButton(); });
-    setAccessibilityLabel(*close, qString(localizedString("Cancel selection")));
     leftBarButton = close.get();
     navigationItem().setLeftBarButton(std::move(close));
 }

@@ -4,7 +4,6 @@
 #include "host/BubbleView.h"
 #include "host/ConversationFeed.h"
 #include "host/ExtensionPanel.h"
-#include "host/IconButton.h"
 #include "host/InputBar.h"
 #include "host/PanelHandle.h"
 #include "host/Settling.h"
@@ -12,6 +11,7 @@
 #include "platform/photos/PHPhotoLibrary.h"
 #include "platform/photos/PhotoCatalogue.h"
 #include "platform/photos/import/Importer.h"
+#include "platform/uikit/PictureButton.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UITraitCollection.h"
@@ -273,7 +273,7 @@ void Desktop::press(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
 }
 
 void Desktop::tapSend() const {
-    for (IconButton* const button : window->inputBar().findChildren<IconButton*>()) {
+    for (PictureButton* const button : window->inputBar().findChildren<PictureButton*>()) {
         if (button->accessibleName() == QStringLiteral("Send")) {
             tap(*button);
         }

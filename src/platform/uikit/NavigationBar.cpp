@@ -1,5 +1,6 @@
 #include "platform/uikit/NavigationBar.h"
 
+#include "appearance/Apperance.h"
 #include "appearance/ThemeColors.h"
 #include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/Accessibility.h"
@@ -25,13 +26,15 @@ constexpr int kMargin = 4;
 NavigationBar::NavigationBar(QWidget* parent)
     : UIView(parent)
     , _titleLabel(new QLabel(this))
-    , _backButton(new PictureButton("backButton", qString(localizedString("Back")), this)) {
+    , _backButton(new PictureButton(
+          {.picture = "backButton", .color = Apperance::appearanceTextColor(), .isMirrored = true},
+          qString(localizedString("Back")),
+          this)) {
     setBackgroundColor(themeColor());
     _titleLabel->setAlignment(Qt::AlignCenter);
     _titleLabel->setTextFormat(Qt::PlainText);
     _titleLabel->setFont(qFont({"AvenirNext-Regular", 17}));
     setAccessibilityTraits(*_titleLabel, kUIAccessibilityTraitHeader);
-    _backButton->setMirrored(true);
     _backButton->hide();
     connect(_backButton, &QAbstractButton::clicked, this, &NavigationBar::backChosen);
 }

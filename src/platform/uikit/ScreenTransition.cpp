@@ -26,10 +26,10 @@ QPixmap picture(QWidget& view, const QRect& place) {
 ScreenTransition::ScreenTransition(QWidget& from, QWidget& to, Kind kind, const QRect& place, QWidget* parent)
     : QWidget(parent)
     , _from(picture(from, place))
-    , _to(picture(to, place))
+    , _to(kind == Kind::CrossFade ? QPixmap() : picture(to, place))
     , _kind(kind) {
     setGeometry(place);
-    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_OpaquePaintEvent, kind != Kind::CrossFade);
     _progress.setStartValue(0.0);
     _progress.setEndValue(1.0);
     _progress.setDuration(kind == Kind::CrossFade ? kFadeInMilliseconds : kSlideInMilliseconds);
@@ -54,9 +54,8 @@ void ScreenTransition::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const double progress = _progress.currentValue().toDouble();
     if (_kind == Kind::CrossFade) {
+        painter.setOpacity(1 - progress);
         painter.drawPixmap(0, 0, _from);
-        painter.setOpacity(progress);
-        painter.drawPixmap(0, 0, _to);
     } else if (_kind == Kind::Push) {
         paintSlide(painter, _from, _to, progress);
     } else {

@@ -6,14 +6,17 @@
 
 namespace exifcard {
 
-/// Shows how one screen comes over another, from pictures of both; lies above the real ones until `finished`.
+/// Shows how one screen gives way to another, from pictures; lies above the real ones until `finished`. A
+/// cross fade needs a picture of the one before alone, which vanishes over whatever is below.
 class ScreenTransition : public QWidget {
     Q_OBJECT
 
 public:
     enum class Kind { Push, Pop, CrossFade };
 
-    /// @param from,to  Views of the size of `place`, laid out; only looked at here.
+    /// @param from,to  Views of the size of `place`, laid out; only looked at here. A cross fade looks at
+    /// `from`
+    ///                 alone, which may be the parent.
     ScreenTransition(QWidget& from, QWidget& to, Kind kind, const QRect& place, QWidget* parent);
 
     void start();
