@@ -90,6 +90,8 @@ void ExifDataCollectionListViewCell::showPictureOfFile(const std::string& path) 
                 const bool isShown = cell && current && cell->exifInfo() == current;
                 if (isShown && picture && !current->cachedThumbNailImage && cell->outlets().imageView) {
                     cell->outlets().imageView->setImage(picture);
+                } else if (isShown && !picture && !current->phAsset) {
+                    cell->showThatNoPictureCame();
                 }
             });
         });

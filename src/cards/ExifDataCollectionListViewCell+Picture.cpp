@@ -2,6 +2,7 @@
 
 #include "cards/CardPicture.h"
 #include "cards/CardState.h"
+#include "cards/PlaceholderView.h"
 #include "categories/ImageManager.h"
 #include "library/QueueManager.h"
 #include "metadata/CachedThumbnails.h"
@@ -78,6 +79,8 @@ void ExifDataCollectionListViewCell::takeSizedPicture(const Request& request,
     if (!image) {
         if (retriesWithData) {
             updateUI(request.block, /*shouldLoadRawFile=*/false);
+        } else {
+            showThatNoPictureCame();
         }
         return;
     }
@@ -141,6 +144,7 @@ void ExifDataCollectionListViewCell::takePictureData(
     }
     if (!bytes) {
         hideOverlays();
+        showThatNoPictureCame();
         return;
     }
     const auto weakOperation = std::make_shared<std::weak_ptr<BlockOperation>>();
@@ -229,10 +233,23 @@ void ExifDataCollectionListViewCell::setPicture(const std::shared_ptr<UIImage>& 
             view->setImage(image);
         }
     }
+    if (const UIImageView* const view = outlets().imageView) {
+        delete view->findChild<PlaceholderView*>(QString(), Qt::FindDirectChildrenOnly);
+    }
+}
+
+void ExifDataCollectionListViewCell::showThatNoPictureCame() {
+    UIImageView* const view = outlets().imageView;
+    const bool isEmpty = view && !view->image();
+    if (isEmpty && !isOriginalElsewhere() &&
+        !view->findChild<PlaceholderView*>(QString(), Qt::FindDirectChildrenOnly)) {
+        new PlaceholderView(*view);
+    }
 }
 
 void ExifDataCollectionListViewCell::showRequestedPicture(const std::shared_ptr<UIImage>& image) {
     if (!image) {
+        showThatNoPictureCame();
         return;
     }
     setPicture(image);

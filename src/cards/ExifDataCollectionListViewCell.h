@@ -135,6 +135,8 @@ private:
     static void requestHugePicture(const Request& request, const std::weak_ptr<BlockOperation>& operation);
     static void deliver(const Request& request, const std::shared_ptr<UIImage>& image);
     void setPicture(const std::shared_ptr<UIImage>& image);
+    /// Every way to a picture was tried in vain.
+    void showThatNoPictureCame();
     void showRequestedPicture(const std::shared_ptr<UIImage>& image);
     void hideOverlays();
 };

@@ -79,6 +79,7 @@ void ExifDataListViewController::viewDidLoad() {
             self->panGestureCallback(recognizer);
         }
     });
+    pan->setDelaysTouchesBegan(true);
     pan->setDelegate(weakSelf());
     addGestureRecognizer(*collectionView, std::move(pan));
     collectionView->installEventFilter(this);

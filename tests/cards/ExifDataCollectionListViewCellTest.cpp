@@ -2,6 +2,7 @@
 
 #include "cards/CardLibrary.h"
 #include "cards/ExifGridCollectionViewCell.h"
+#include "cards/PlaceholderView.h"
 #include "cards/PressView.h"
 #include "hud/MBProgressHUD.h"
 #include "library/QueueManager.h"
@@ -97,8 +98,15 @@ TEST_F(ExifDataCollectionListViewCellTest, APhotoThatCannotBeDrawnIsAskedForInEv
     waitUntil([this] { return countOfLine("Image is NIL") == 1; });
     waitUntil([&cell] { return !cell->isRequestingImage(); });
     EXPECT_EQ(picture(*cell), nullptr);
+    waitUntil([&cell] { return cell->findChild<PlaceholderView*>() != nullptr; });
     EXPECT_EQ(MBProgressHUD::hideAllHUDsForView(*cell, /*animated=*/false), 0U) << "hidden with the request";
     EXPECT_EQ(countOfLine("Image is NIL"), 1U);
+    cell->resize(180, 192);
+    cell->grab();
+    const auto* const placeholder = cell->findChild<PlaceholderView*>();
+    EXPECT_EQ(placeholder->size(), placeholder->parentWidget()->size());
+    cell->prepareForReuse();
+    EXPECT_EQ(cell->findChild<PlaceholderView*>(), nullptr);
 }
 
 TEST_F(ExifDataCollectionListViewCellTest, ACellThatGoesLeavesItsRequestsBehind) {

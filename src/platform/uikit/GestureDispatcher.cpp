@@ -40,6 +40,17 @@ GestureDispatcher::GestureDispatcher() : QObject(qApp) {
     qApp->installEventFilter(this);
 }
 
+bool isTouchDelayed() {
+    return GestureDispatcher::instance().isTouchDelayed();
+}
+
+bool GestureDispatcher::isTouchDelayed() const {
+    return std::ranges::any_of(_session, [](const auto& recognizer) {
+        return recognizer && recognizer->delaysTouchesBegan() &&
+               recognizer->state() == UIGestureRecognizerState::Possible;
+    });
+}
+
 GestureDispatcher::Touch GestureDispatcher::touchAt(QPointF position, quint64 timestamp) const {
     const double milliseconds = timestamp > 0 ? double(timestamp) : double(_clock.elapsed());
     return {{position.x(), position.y()}, milliseconds / 1000};

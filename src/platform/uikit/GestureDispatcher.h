@@ -22,6 +22,7 @@ namespace exifcard {
 class GestureDispatcher : public QObject {
 public:
     static GestureDispatcher& instance();
+    bool isTouchDelayed() const;
 
     /// See `UIGestureRecognizer::begin`.
     bool letBegin(UIGestureRecognizer& recognizer);

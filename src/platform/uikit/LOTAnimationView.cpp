@@ -102,13 +102,24 @@ LOTAnimationView::Scene* LOTAnimationView::scene() const {
 QVariantAnimation& LOTAnimationView::playing() {
     if (!_playing) {
         _playing = std::make_unique<QVariantAnimation>();
-        connect(_playing.get(), &QVariantAnimation::valueChanged, this, [this](const QVariant& frame) {
-            _frame = frame.toDouble();
-            update();
-        });
+        connect(_playing.get(), &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& frame) { showFrame(frame.toDouble()); });
         connect(_playing.get(), &QVariantAnimation::finished, this, [this] { finish(/*isFinished=*/true); });
     }
     return *_playing;
+}
+
+void LOTAnimationView::showFrame(double frame) {
+    _frame = frame;
+    update();
+    // What ends by itself goes on: somebody may wait for the end.
+    if (_isPlaying && _playing->loopCount() < 0 && !isSeen()) {
+        _playing->pause(); // Until it is painted again.
+    }
+}
+
+bool LOTAnimationView::isSeen() const {
+    return isVisible() && !window()->isMinimized() && !visibleRegion().isEmpty();
 }
 
 void LOTAnimationView::playFromFrame(double fromFrame, double toFrame, CompletionBlock completion) {
@@ -150,6 +161,9 @@ void LOTAnimationView::setLoopAnimation(bool loops) {
     _loops = loops;
     if (_isPlaying && _playing) {
         _playing->setLoopCount(loops ? -1 : _playing->currentLoop() + 1);
+        if (_playing->state() == QAbstractAnimation::Paused) {
+            _playing->resume(); // The last round ends, seen or not.
+        }
     }
 }
 
@@ -184,6 +198,9 @@ void LOTAnimationView::finish(bool isFinished) {
 
 void LOTAnimationView::paintEvent(QPaintEvent* event) {
     UIView::paintEvent(event);
+    if (_playing && _playing->state() == QAbstractAnimation::Paused) {
+        _playing->resume();
+    }
     const QSizeF pixels = QSizeF(size()) * devicePixelRatioF();
     if (pixels.isEmpty() || std::max(pixels.width(), pixels.height()) > kLargestSideInPixels || !scene()) {
         return;

@@ -13,7 +13,7 @@ class QVariantAnimation;
 namespace exifcard {
 
 /// Plays a bundled vector animation by its frame numbers. It is read when it is first shown, played or asked
-/// for its frames, and once for all views of its name.
+/// for its frames, and once for all views of its name. What plays round and round rests while it is not seen.
 class LOTAnimationView : public UIView {
     Q_OBJECT
 
@@ -57,6 +57,8 @@ private:
     explicit LOTAnimationView(std::string_view name);
     Scene* scene() const; ///< Null for one that cannot be read.
     QVariantAnimation& playing();
+    void showFrame(double frame);
+    bool isSeen() const;
     void finish(bool isFinished);
 
     const std::string _name;

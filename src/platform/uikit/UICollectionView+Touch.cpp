@@ -1,4 +1,5 @@
 #include "platform/uikit/UICollectionViewState.h"
+#include "platform/uikit/UIGestureRecognizer.h"
 
 #include <QAbstractButton>
 #include <QGuiApplication>
@@ -142,7 +143,7 @@ void UICollectionView::Implementation::press(QPoint position) {
     held.position = position;
     UICollectionViewCell* const cell = pressed ? view.cellForItemAtIndexPath(*pressed) : nullptr;
     if (cell) {
-        cell->setHighlighted(true);
+        cell->setHighlighted(!isTouchDelayed());
         const auto source = dataSource.lock();
         held.model = source ? source->modelIdentifierForElementAtIndexPath(*pressed) : std::nullopt;
     } else {

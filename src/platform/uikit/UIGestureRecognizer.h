@@ -51,6 +51,10 @@ public:
     bool isEnabled() const { return _isEnabled; }
     /// Switching a running gesture off cancels it.
     void setEnabled(bool isEnabled);
+    /// Whether what lies below hears of a touch only when this gesture has failed: a pressed item does not
+    /// show so while it may become one.
+    bool delaysTouchesBegan() const { return _delaysTouchesBegan; }
+    void setDelaysTouchesBegan(bool delays) { _delaysTouchesBegan = delays; }
     void addTarget(Action action) { _actions.push_back(std::move(action)); }
     void setDelegate(std::weak_ptr<UIGestureRecognizerDelegate> delegate) { _delegate = std::move(delegate); }
     /// Where the finger is, in the coordinates of `view`.
@@ -90,6 +94,7 @@ private:
     State _state = State::Possible;
     QPointer<QWidget> _view;
     bool _isEnabled = true;
+    bool _delaysTouchesBegan = false;
     std::vector<Action> _actions;
     std::weak_ptr<UIGestureRecognizerDelegate> _delegate;
     Touch _latest;
@@ -98,5 +103,8 @@ private:
 
 /// Hands the recognizer to the view, which owns it.
 void addGestureRecognizer(QWidget& view, std::unique_ptr<UIGestureRecognizer> recognizer);
+
+/// Whether a gesture that delays touches may still come of the present one.
+bool isTouchDelayed();
 
 } // namespace exifcard

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPointer>
 
+#include <atomic>
 #include <optional>
 #include <utility>
 
@@ -31,9 +32,12 @@ public:
     explicit Rendering(UIImageView& view) : _view(&view) {}
 
     /// The next `prepare` draws another picture. What is shown stays until that is ready.
-    void forgetRequest() { _requested.reset(); }
-    void clear() {
+    void forgetRequest() {
         _requested.reset();
+        ++*_latestNumber;
+    }
+    void clear() {
+        forgetRequest();
         _shown = {};
     }
     bool isEmpty() const { return _shown.pixmap.isNull(); }
@@ -60,22 +64,23 @@ public:
             return;
         }
         _requested = content;
-        const int number = ++_latestNumber;
+        const int number = ++*_latestNumber;
         if (isQuicklyDrawn(*image)) {
             _shown = shownContent(drawnContent(*image, content), *image, content);
             return;
         }
-        DispatchQueue::globalQueue().async([image, content, number, weakSelf = weak_from_this()] {
-            if (weakSelf.expired()) {
-                return; // The view is gone.
-            }
-            DispatchQueue::mainQueue().async(
-                [drawn = drawnContent(*image, content), image, content, number, weakSelf] {
-                    if (const auto self = weakSelf.lock()) {
-                        self->accept(shownContent(drawn, *image, content), number);
-                    }
-                });
-        });
+        DispatchQueue::globalQueue().async(
+            [image, content, number, latest = _latestNumber, weakSelf = weak_from_this()] {
+                if (weakSelf.expired() || *latest != number) {
+                    return; // The view is gone, or shows something else by now.
+                }
+                DispatchQueue::mainQueue().async(
+                    [drawn = drawnContent(*image, content), image, content, number, weakSelf] {
+                        if (const auto self = weakSelf.lock()) {
+                            self->accept(shownContent(drawn, *image, content), number);
+                        }
+                    });
+            });
     }
 
 private:
@@ -91,7 +96,7 @@ private:
     }
 
     void accept(Shown shown, int number) {
-        if (number != _latestNumber || !_requested) {
+        if (number != *_latestNumber) {
             return; // Another picture or size was asked for meanwhile.
         }
         _shown = std::move(shown);
@@ -103,7 +108,8 @@ private:
     QPointer<UIImageView> _view;
     Shown _shown;
     std::optional<FittedContent> _requested;
-    int _latestNumber = 0;
+    /// Of the latest request, and one more without any. Read on any thread.
+    const std::shared_ptr<std::atomic<int>> _latestNumber = std::make_shared<std::atomic<int>>(0);
 };
 
 UIImageView::UIImageView(QWidget* parent) : UIView(parent), _rendering(std::make_shared<Rendering>(*this)) {

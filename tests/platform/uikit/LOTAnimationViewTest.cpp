@@ -17,6 +17,15 @@ struct Playing {
     LOTAnimationView::CompletionBlock note() {
         return [this](bool isFinished) { told.push_back(isFinished); };
     }
+    void show() const {
+        view->resize(60, 60);
+        view->show();
+    }
+    /// Whether its frame changes within the time in which it would several times.
+    bool isMoving() const {
+        const double before = view->currentFrame();
+        return QTest::qWaitFor([&] { return view->currentFrame() != before; }, 300);
+    }
     bool waitUntilTold() {
         return QTest::qWaitFor([this] { return !told.empty(); }, 5000);
     }
@@ -47,6 +56,7 @@ TEST(LOTAnimationViewTest, TellsAPlayingThatIsReplacedOrStoppedThatItDidNotEnd) 
 
 TEST(LOTAnimationViewTest, LoopsUntilItIsToldNotTo) {
     Playing playing;
+    playing.show();
     playing.view->setAnimationSpeed(20);
     playing.view->setLoopAnimation(true);
     playing.view->playFromFrame(1, 13, playing.note()); // 10 ms a round.
@@ -63,6 +73,29 @@ TEST(LOTAnimationViewTest, LoopsUntilItIsToldNotTo) {
     playing.view->setLoopAnimation(false);
     EXPECT_TRUE(playing.waitUntilTold());
     EXPECT_EQ(playing.told, std::vector{true});
+}
+
+TEST(LOTAnimationViewTest, RestsWhileItIsNotSeen) {
+    UIView window;
+    window.resize(100, 100);
+    Playing playing;
+    playing.view->setParent(&window);
+    playing.view->resize(60, 60);
+    playing.view->setLoopAnimation(true);
+    playing.view->playFromFrame(1, 60, playing.note());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !playing.isMoving(); }, 5000)) << "not shown yet";
+    window.show();
+    EXPECT_TRUE(playing.isMoving());
+    playing.view->move(0, 200); // Scrolled out.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !playing.isMoving(); }, 5000));
+    playing.view->move(0, 20);
+    EXPECT_TRUE(playing.isMoving());
+    playing.view->hide();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !playing.isMoving(); }, 5000));
+    EXPECT_TRUE(playing.told.empty());
+    playing.view->setLoopAnimation(false);
+    EXPECT_TRUE(playing.waitUntilTold()) << "the last round ends, seen or not";
+    playing.view->setParent(nullptr);
 }
 
 TEST(LOTAnimationViewTest, StaysWithinTheFramesOfItsScene) {

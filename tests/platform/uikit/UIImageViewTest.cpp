@@ -38,6 +38,7 @@ class LazyPixels : public PixelSource {
 public:
     explicit LazyPixels(const QImage& image) : _image(imageFromQImage(image)) {}
     std::shared_ptr<const Bitmap> decode(std::optional<CGSize>) const override {
+        isAsked = true;
         while (!isReleased) {
             std::this_thread::yield();
         }
@@ -46,6 +47,7 @@ public:
     }
 
     std::atomic<bool> isReleased = true;
+    mutable std::atomic<bool> isAsked = false;
     std::atomic<bool> isBroken = false;
     mutable std::atomic<int> decodings = 0;
 
@@ -180,6 +182,7 @@ TEST(UIImageViewTest, DropsAPictureThatWasReplacedMeanwhile) {
     slow->isReleased = false;
     view.setImage(std::make_shared<UIImage>(slow, 40, 40));
     centerOf(view);
+    EXPECT_TRUE(QTest::qWaitFor([&slow] { return slow->isAsked.load(); }, 5000));
     view.setImage(imageFromQImage(plainPicture(40, 40, Qt::blue)));
     EXPECT_EQ(centerOf(view), QColor(Qt::blue));
     slow->isReleased = true;
