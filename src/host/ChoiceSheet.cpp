@@ -54,10 +54,13 @@ ChoiceSheet::ChoiceSheet(
 ChoiceSheet::~ChoiceSheet() = default;
 
 void ChoiceSheet::choose(std::size_t index) {
-    const std::function<void()> chosen = _choices[index].chosen;
+    closeAndCall(_choices[index].chosen);
+}
+
+void ChoiceSheet::closeAndCall(std::function<void()> handler) {
     close();
-    if (chosen) {
-        chosen();
+    if (handler) {
+        handler();
     }
 }
 
@@ -67,7 +70,9 @@ void ChoiceSheet::showEvent(QShowEvent*) {
 }
 
 void ChoiceSheet::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
+    if (event->key() == Qt::Key_Escape && _dismissed) {
+        closeAndCall(_dismissed);
+    } else if (event->key() == Qt::Key_Escape) {
         choose(_choices.size() - 1);
     }
     event->accept(); // What lies below waits for the answer.
@@ -79,6 +84,9 @@ bool ChoiceSheet::focusNextPrevChild(bool next) {
         if (button->isVisible()) {
             buttons.append(button);
         }
+    }
+    if (buttons.isEmpty()) {
+        return QWidget::focusNextPrevChild(next); // It is being hidden.
     }
     const qsizetype present = std::max<qsizetype>(buttons.indexOf(focusWidget()), 0);
     const qsizetype step = next ? 1 : buttons.size() - 1;

@@ -14,7 +14,7 @@ class ChoiceSheet;
 namespace exifcard {
 
 /// A question inside the window, over what it is about: a title, a sentence, and what may be chosen, one
-/// below the other. Escape chooses the last.
+/// below the other. Escape chooses the last, unless the question may stay open.
 class ChoiceSheet : public QWidget {
     Q_OBJECT
 
@@ -28,6 +28,9 @@ public:
     ChoiceSheet(const QString& title, const QString& text, std::vector<Choice> choices, QWidget* parent);
     ~ChoiceSheet() override;
 
+    /// The question may stay open: Escape chooses nothing and calls this, when the sheet has closed.
+    void setDismissed(std::function<void()> dismissed) { _dismissed = std::move(dismissed); }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -37,9 +40,11 @@ protected:
 
 private:
     void choose(std::size_t index);
+    void closeAndCall(std::function<void()> handler);
 
     std::unique_ptr<Ui::ChoiceSheet> _ui;
     std::vector<Choice> _choices;
+    std::function<void()> _dismissed; ///< Empty where something has to be chosen.
 };
 
 } // namespace exifcard

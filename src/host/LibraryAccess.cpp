@@ -34,15 +34,13 @@ PHAuthorizationStatus waitForDecision(const QPointer<LibraryAccess>& access,
         PHAuthorizationStatus status = PHAuthorizationStatus::NotDetermined;
     };
     const auto answer = std::make_shared<Answer>();
-    DispatchQueue::mainQueue().async([access, ask, answer] {
-        if (!access) {
-            answer->given.signal();
-            return;
+    // Whoever holds this may still answer; a window that closes lets it go unanswered.
+    std::shared_ptr<Answer> pending(answer.get(), [answer](Answer* given) { given->given.signal(); });
+    DispatchQueue::mainQueue().async([access, ask, pending = std::move(pending)]() mutable {
+        const auto answered = std::move(pending);
+        if (access) {
+            ask([answered](PHAuthorizationStatus status) { answered->status = status; });
         }
-        ask([answer](PHAuthorizationStatus status) {
-            answer->status = status;
-            answer->given.signal();
-        });
     });
     answer->given.wait();
     return answer->status;
@@ -67,26 +65,36 @@ LibraryAccess::LibraryAccess(QWidget& window)
     _observations.push_back(
         center.addObserver(kLibraryAccessRequestedNotification, nullptr, [this](const Notification&) {
             askForAccess([this](PHAuthorizationStatus status, const std::vector<std::string>& folders) {
-                PHPhotoLibrary::setAuthorization(status, folders);
+                decide(status, folders);
                 startKeeper();
             });
         }));
-    PHPhotoLibrary::setAuthorizationQuestion([access = QPointer<LibraryAccess>(this)] {
+    PHPhotoLibrary::setAuthorizationQuestion([access = QPointer<LibraryAccess>(this),
+                                                 isLeftOpen = _isLeftOpen] {
         // A screen may ask at the same time as the window; one answer is enough.
         static std::mutex mutex;
         const std::scoped_lock lock(mutex);
         if (const auto decided = PHPhotoLibrary::authorizationStatus();
-            decided != PHAuthorizationStatus::NotDetermined) {
+            decided != PHAuthorizationStatus::NotDetermined || *isLeftOpen) {
             return decided;
         }
         return waitForDecision(access, [access](const std::function<void(PHAuthorizationStatus)>& answer) {
             access->askForAccess(
-                [answer](PHAuthorizationStatus status, const std::vector<std::string>& folders) {
-                    PHPhotoLibrary::setAuthorization(status, folders);
+                [access, answer](PHAuthorizationStatus status, const std::vector<std::string>& folders) {
+                    if (access) {
+                        access->decide(status, folders);
+                    }
                     answer(status);
                 });
         });
     });
+}
+
+void LibraryAccess::decide(PHAuthorizationStatus status, const std::vector<std::string>& folders) {
+    *_isLeftOpen = status == PHAuthorizationStatus::NotDetermined;
+    if (!*_isLeftOpen) {
+        PHPhotoLibrary::setAuthorization(status, folders);
+    }
 }
 
 LibraryAccess::~LibraryAccess() {
@@ -156,6 +164,7 @@ void LibraryAccess::askForAccess(const Decision& decided) {
             {qString(localizedString("Don’t allow")),
                 [decided] { decided(PHAuthorizationStatus::Denied, {}); }}},
         &_window);
+    _sheet->setDismissed([decided] { decided(PHAuthorizationStatus::NotDetermined, {}); });
     _sheet->show();
 }
 

@@ -6,7 +6,9 @@
 #include <QObject>
 #include <QPointer>
 
+#include <atomic>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,6 +47,8 @@ private:
     using Decision = std::function<void(PHAuthorizationStatus status, std::vector<std::string> folders)>;
 
     void askForAccess(const Decision& decided);
+    /// Of a question that stays open nothing is stored: the next start asks again.
+    void decide(PHAuthorizationStatus status, const std::vector<std::string>& folders);
     void offerFolders();
     void chooseFolder(const std::function<void(const std::string&)>& chosen);
     void startKeeper();
@@ -54,6 +58,8 @@ private:
     QWidget& _window;
     LibraryKeeper* _keeper = nullptr;
     QPointer<ChoiceSheet> _sheet;
+    /// The question was left open; screens do not ask it again by themselves. Any thread.
+    const std::shared_ptr<std::atomic<bool>> _isLeftOpen = std::make_shared<std::atomic<bool>>(false);
     bool _isKeeperStarted = false;
     bool _isFolderNamed = false; ///< No folder need be offered.
     std::vector<NotificationCenter::Observation> _observations;

@@ -23,6 +23,8 @@ namespace {
 constexpr int kDiscSide = 72;
 constexpr int kIconSide = 32;
 constexpr int kMostTextWidth = 280;
+constexpr int kLeastTextWidth = 120;
+constexpr int kNarrowing = 4;
 constexpr int kSideMargin = 24;
 constexpr int kAboveTitle = 16;
 constexpr int kTitleHeight = 22;
@@ -134,12 +136,18 @@ void EmptyStateView::buttonTapped() {
 }
 
 QRect EmptyStateView::explanationRect() const {
-    const int width = std::min(kMostTextWidth, this->width() - 2 * kSideMargin);
-    const QRect area(0, 0, std::max(width, 1), 1000);
-    const int height =
-        QFontMetrics(_explanationFont).boundingRect(area, Qt::TextWordWrap, explanation()).height();
+    const int most = std::max(std::min(kMostTextWidth, width() - 2 * kSideMargin), 1);
+    const QString text = explanation();
+    const auto heightOf = [metrics = QFontMetrics(_explanationFont), &text](int lineWidth) {
+        return metrics.boundingRect(QRect(0, 0, lineWidth, 1000), Qt::TextWordWrap, text).height();
+    };
+    const int height = heightOf(most);
+    int narrow = most;
+    while (narrow > kLeastTextWidth && heightOf(narrow - kNarrowing) == height) {
+        narrow -= kNarrowing; // Lines of about one length, without a word alone at the end.
+    }
     const int top = contentTop() + kDiscSide + kAboveTitle + kTitleHeight + kAboveExplanation;
-    return {(this->width() - area.width()) / 2, top, area.width(), height};
+    return {(width() - narrow) / 2, top, narrow, height};
 }
 
 int EmptyStateView::contentTop() const {

@@ -58,7 +58,14 @@ void LibraryFollower::start() {
         kUserDefaultsDidChangeNotification, /*object=*/nullptr, noteLater);
     _status = PHPhotoLibrary::authorizationStatus();
     if (_status == PHAuthorizationStatus::NotDetermined) {
-        PHPhotoLibrary::requestAuthorization([noteLater](PHAuthorizationStatus) { noteLater({}); });
+        _isAsking = true;
+        PHPhotoLibrary::requestAuthorization([weak = weak_from_this()](PHAuthorizationStatus) {
+            DispatchQueue::mainQueue().async([weak] {
+                if (const auto self = weak.lock()) {
+                    self->noteAnswer();
+                }
+            });
+        });
     } else if (isReadable(_status)) {
         observeLibrary();
     }
@@ -83,6 +90,14 @@ void LibraryFollower::noteAuthorization() {
         observeLibrary();
     }
     screen->refresh();
+}
+
+void LibraryFollower::noteAnswer() {
+    _isAsking = false;
+    noteAuthorization();
+    if (const auto screen = _screen.lock()) {
+        screen->updateEmptyState(); // The question may have been left open.
+    }
 }
 
 void LibraryFollower::observeLibrary() {
@@ -164,7 +179,7 @@ bool LibraryFollower::waitsForNextReload() {
 std::optional<EmptyListReason> LibraryFollower::reasonForEmptyList() const {
     const auto screen = _screen.lock();
     if (!screen || screen->dataSource->isLoading() || screen->dataSource->hasMoreExifObjects ||
-        !screen->dataSource->exifDataItemsArray.empty() || _status == PHAuthorizationStatus::NotDetermined) {
+        !screen->dataSource->exifDataItemsArray.empty() || _isAsking) {
         return std::nullopt;
     }
     if (!isReadable(_status)) {

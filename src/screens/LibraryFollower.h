@@ -46,6 +46,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void noteAuthorization();
+    void noteAnswer();
     void observeLibrary();
     void changeArrived(const PHChange& change, const RecordsOfChange& records);
     bool waitsForNextReload();
@@ -55,6 +56,7 @@ private:
     NotificationCenter::Observation _defaultsObservation;
     PHAuthorizationStatus _status = PHAuthorizationStatus::NotDetermined;
     std::optional<PHChange> _waitingChange;
+    bool _isAsking = false; ///< For access.
     bool _isComparing = false;
     bool _isPaused = false;
     bool _isReloadDue = false; ///< A timer takes what waits.

@@ -4,7 +4,6 @@
 #include "host/ConversationFeed.h"
 #include "host/ExtensionPanel.h"
 #include "host/HostAppearance.h"
-#include "host/IconButton.h"
 #include "host/InputBar.h"
 #include "host/PanelHandle.h"
 #include "host/SheetButton.h"
@@ -12,8 +11,10 @@
 #include "host/Waiting.h"
 #include "platform/foundation/FilePaths.h"
 #include "platform/uikit/MSMessagesAppViewController.h"
+#include "platform/uikit/PictureButton.h"
 #include "support/TemporaryHome.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
@@ -32,6 +33,7 @@ class RecordingExtension : public MSMessagesAppViewController {
 public:
     std::vector<std::string> calls;
     const QWidget* panel = nullptr;
+    bool isNotingSizes = false;
     int heightAtTheCall = 0; ///< Of the panel, when the style was told.
 
     void didBecomeActiveWithConversation(const std::shared_ptr<MSConversation>&) override {
@@ -43,6 +45,13 @@ public:
     }
     void didTransitionToPresentationStyle(Style style) override {
         calls.push_back(style == Style::Compact ? "did compact" : "did expand");
+    }
+    void viewWillTransitionToSize(CGSize size, bool isComplete) override {
+        MSMessagesAppViewController::viewWillTransitionToSize(size, isComplete);
+        if (isNotingSizes) {
+            calls.push_back(fmt::format(
+                "{} {} (shown {})", isComplete ? "has" : "will have", size.height, view().height()));
+        }
     }
     void willSelectMessage(const MSMessage& message, const std::shared_ptr<MSConversation>&) override {
         calls.push_back("will select " + message.layout.caption.value_or(""));
@@ -145,7 +154,7 @@ TEST_F(MessagesWindowTest, RemovesThePendingPhotoWithItsButton) {
     putIntoField("f/8");
     open();
     expectSoon([this] { return _window->inputBar().hasPending(); });
-    for (IconButton* const button : visibleViews<IconButton>()) {
+    for (PictureButton* const button : visibleViews<PictureButton>()) {
         if (button->accessibleName() == QStringLiteral("Remove")) {
             QTest::mouseClick(button, Qt::LeftButton);
         }
@@ -224,6 +233,25 @@ TEST_F(MessagesWindowTest, TellsTheStyleBeforeThePanelMovesAndAgainAtTheEnd) {
     EXPECT_THAT(_extension->calls, ElementsAre("will expand", "did expand"));
     EXPECT_EQ(_window->panel().y(), 62); // 6 below the header.
     EXPECT_EQ(_extension->presentationStyle(), Style::Expanded);
+}
+
+TEST_F(MessagesWindowTest, TellsTheNewSizeWithinTheChangeOfStyleAndOnce) {
+    open();
+    _extension->isNotingSizes = true;
+    const int compact = _extension->view().height();
+    _window->panel().toggle();
+    expectMoved();
+    const int expanded = _extension->view().height();
+    EXPECT_GT(expanded, compact);
+    EXPECT_THAT(_extension->calls,
+        ElementsAre("will expand", fmt::format("will have {} (shown {})", expanded, compact),
+            fmt::format("has {0} (shown {0})", expanded), "did expand"));
+    _extension->calls.clear();
+    _window->panel().toggle();
+    expectMoved();
+    EXPECT_THAT(_extension->calls,
+        ElementsAre("will compact", fmt::format("will have {} (shown {})", compact, expanded),
+            fmt::format("has {0} (shown {0})", compact), "did compact"));
 }
 
 TEST_F(MessagesWindowTest, ChangesTheStyleThatTheExtensionAsksFor) {

@@ -161,6 +161,20 @@ TEST_F(ExifDataListDataSourceTest, ShowsEachPhotoOnceHoweverOftenItIsRefreshed) 
     EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), 50U);
 }
 
+TEST_F(ExifDataListDataSourceTest, DropsAPageOfTheListBeforeAndCallsBackAllTheSame) {
+    addPhotos(120);
+    const auto screen = list(std::make_shared<ChosenPresentation>(0), 375, 0);
+    const auto firstPage = namesOf(screen->dataSource->unFilteredExifDataItemsArray);
+    int dropped = 0;
+    screen->dataSource->loadMoreResultsWithCompletionBlock([&] { ++dropped; });
+    screen->refresh();
+    waitUntil([&] { return dropped == 1 && screen->completions == 2 && !screen->dataSource->isLoading(); });
+    EXPECT_EQ(namesOf(screen->dataSource->unFilteredExifDataItemsArray), firstPage);
+    loadMore(*screen);
+    EXPECT_EQ(screen->dataSource->unFilteredExifDataItemsArray.size(), 100U);
+    EXPECT_EQ(dropped, 1);
+}
+
 TEST_F(ExifDataListDataSourceTest, FiltersWhatWasReadWithoutReadingItAgain) {
     addPhotos(20, "canon-40d-northwest-rating5.jpg");
     addPhotos(10, "hostile-header.jpg"); // Without EXIF.

@@ -162,6 +162,7 @@ TEST_F(ExifDataListViewControllerTest, SelectsARangeByPanningSideways) {
     screen->view().show();
     waitUntilLoaded(*screen);
     mouse(press, *screen, 8);
+    EXPECT_FALSE(screen->collectionView->cellForItemAtIndexPath({0, 8})->highlighted()) << "it may be a pan";
     mouse(move, *screen, 9);
     mouse(move, *screen, 12);
     EXPECT_THAT(selection(*screen), ElementsAre(8, 9, 10, 11, 12));
@@ -308,6 +309,23 @@ TEST_F(ExifDataListViewControllerTest, TellsWhyItShowsNoPhotoAndOffersWhatHelps)
     waitUntil([&] { return screen->dataSource->exifDataItemsArray.size() == 2; });
     waitUntilLoaded(*screen);
     EXPECT_EQ(shown(), nullptr);
+}
+
+TEST_F(ExifDataListViewControllerTest, OffersAccessWhereTheQuestionWasLeftOpen) {
+    PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::NotDetermined);
+    std::atomic<bool> isAnswered = false;
+    PHPhotoLibrary::setAuthorizationQuestion([&isAnswered] {
+        while (!isAnswered) {}
+        return PHAuthorizationStatus::NotDetermined;
+    });
+    const auto screen = list(std::make_shared<ListPresentation>());
+    const auto shown = [&] { return screen->collectionView->findChild<EmptyStateView*>(); };
+    waitUntilLoaded(*screen);
+    EXPECT_EQ(shown(), nullptr) << "while it is being asked";
+    isAnswered = true;
+    waitUntil([&] { return shown() != nullptr; });
+    EXPECT_EQ(shown()->reason(), EmptyListReason::NoAccess);
+    PHPhotoLibrary::setAuthorizationQuestion({});
 }
 
 TEST_F(ExifDataListViewControllerTest, ReturnsToItsTopHoweverQuicklyItIsLoaded) {

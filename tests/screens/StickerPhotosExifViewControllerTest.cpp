@@ -3,6 +3,7 @@
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/messages/ConversationStore.h"
+#include "platform/photos/AssetByteSource.h"
 #include "platform/photos/PHAssetChangeRequest.h"
 #include "platform/photos/import/Importer.h"
 #include "platform/uikit/MSMessagesAppViewController.h"
@@ -18,6 +19,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <thread>
 
 namespace exifcard {
 namespace {
@@ -33,6 +35,23 @@ public:
         requests.push_back(presentationStyle);
     }
     std::vector<MSMessagesAppPresentationStyle> requests;
+};
+
+/// Gives its files, but for the times when it does not answer.
+class StallingDisk final : public AssetByteSource {
+public:
+    std::optional<std::string> localFile(const AssetFile& file) const override {
+        while (isStalled) {
+            isAsked = true;
+            std::this_thread::yield();
+        }
+        return file.root + "/" + file.path;
+    }
+    bool isElsewhere(const AssetFile&) const override { return false; }
+    std::optional<PHError> bring(const AssetFile&, const Progress&) override { return std::nullopt; }
+
+    std::atomic<bool> isStalled = false;
+    mutable std::atomic<bool> isAsked = false;
 };
 
 class StickerPhotosExifViewControllerTest : public ScreenTest {
@@ -161,6 +180,25 @@ TEST_F(StickerPhotosExifViewControllerTest, LeavesOnePhotoInTheFieldWithItsOwnTe
     waitUntil([&] { return outcomes.size() == 3; });
     ASSERT_EQ(field().size(), 2U);
     EXPECT_EQ(field()[1].text, outcomes.back().record->shortExifStringsForShare());
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, SendsOtherPhotosWhileTheDiskOfOneDoesNotAnswer) {
+    const auto disk = std::make_shared<StallingDisk>();
+    addPhotos(1);
+    Library::addElsewhere(disk, "canon-40d-northwest-rating5.jpg", {});
+    wantText(false);
+    const auto screen = sendScreen();
+    const auto& records = screen->dataSource->exifDataItemsArray;
+    ASSERT_EQ(namesOf(records).back(), "canon-40d-northwest-rating5.jpg");
+    disk->isStalled = true;
+    screen->didSelectItemAtIndexPath(*screen->collectionView, {0, 1});
+    waitUntil([&] { return disk->isAsked.load(); });
+    tap(*screen, {0, 0});
+    EXPECT_EQ(outcomes.back().record, records[0]);
+    EXPECT_EQ(field().size(), 1U);
+    disk->isStalled = false;
+    waitUntil([&] { return outcomes.size() == 2; });
+    EXPECT_EQ(outcomes.back().record, records[1]);
 }
 
 TEST_F(

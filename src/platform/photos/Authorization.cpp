@@ -73,7 +73,8 @@ void PHPhotoLibrary::requestAuthorization(std::function<void(PHAuthorizationStat
     DispatchQueue::globalQueue().async([handler = std::move(handler)] {
         if (authorizationStatus() == PHAuthorizationStatus::NotDetermined) {
             const PHAuthorizationStatus answer = askedStatus();
-            if (authorizationStatus() == PHAuthorizationStatus::NotDetermined) {
+            const bool isStored = authorizationStatus() != PHAuthorizationStatus::NotDetermined;
+            if (!isStored && answer != PHAuthorizationStatus::NotDetermined) {
                 setAuthorization(answer);
             }
         }

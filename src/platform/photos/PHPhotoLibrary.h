@@ -44,7 +44,7 @@ public:
     static void requestAuthorization(std::function<void(PHAuthorizationStatus)> handler);
     /// How the user is asked: any thread, may block. Without one, who is asked allows everything: whoever
     /// runs a program on the own files has decided. A question may store the decision itself, with the
-    /// folders of a limited one; then its answer is not stored.
+    /// folders of a limited one; then its answer is not stored. Nor is one that decides nothing.
     static void setAuthorizationQuestion(std::function<PHAuthorizationStatus()> question);
     /// Stores a decision of the user.
     /// @param limitedFolders  Of `Limited`: absolute paths; what lies below them is all that there is.

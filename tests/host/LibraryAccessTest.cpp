@@ -1,0 +1,68 @@
+#include "host/LibraryAccess.h"
+
+#include "host/ChoiceSheet.h"
+#include "host/SheetButton.h"
+#include "host/Waiting.h"
+#include "platform/foundation/DispatchQueue.h"
+#include "screens/ListScreenRequests.h"
+#include "support/TemporaryHome.h"
+
+#include <QTest>
+
+#include <atomic>
+
+namespace exifcard {
+namespace {
+
+class LibraryAccessTest : public testing::Test {
+protected:
+    LibraryAccessTest() {
+        PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::NotDetermined);
+        _window->resize(400, 600);
+        _window->show();
+    }
+
+    ChoiceSheet* sheet() const { return _access->openSheet(); }
+    void expectSheet() const {
+        expectSoon([this] { return sheet() != nullptr; });
+    }
+    static int status() { return static_cast<int>(PHPhotoLibrary::authorizationStatus()); }
+    /// A screen's own question; -1 before its answer.
+    void ask() {
+        PHPhotoLibrary::requestAuthorization(
+            [this](PHAuthorizationStatus answer) { _answer = static_cast<int>(answer); });
+    }
+
+    TemporaryHome _home;
+    std::atomic<int> _answer = -1;
+    std::unique_ptr<QWidget> _window = std::make_unique<QWidget>();
+    LibraryAccess* _access = new LibraryAccess(*_window);
+};
+
+TEST_F(LibraryAccessTest, AsksEveryStartUntilTheQuestionIsAnswered) {
+    _access->start(std::nullopt);
+    expectSheet();
+    ask();
+    QTest::keyClick(sheet(), Qt::Key_Escape);
+    expectSoon([this] { return _answer == static_cast<int>(PHAuthorizationStatus::NotDetermined); });
+    EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::NotDetermined));
+    EXPECT_EQ(sheet(), nullptr) << "left open, it is not asked again by itself";
+
+    NotificationCenter::defaultCenter().postNotificationName(kLibraryAccessRequestedNotification, nullptr);
+    expectSheet();
+    QTest::mouseClick(sheet()->findChildren<SheetButton*>().back(), Qt::LeftButton);
+    EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::Denied));
+    ask();
+    expectSoon([this] { return _answer == static_cast<int>(PHAuthorizationStatus::Denied); });
+}
+
+TEST_F(LibraryAccessTest, DecidesNothingWhenItsWindowClosesWhileItAsks) {
+    ask();
+    expectSheet();
+    _window.reset();
+    expectSoon([this] { return _answer == static_cast<int>(PHAuthorizationStatus::NotDetermined); });
+    EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::NotDetermined));
+}
+
+} // namespace
+} // namespace exifcard
