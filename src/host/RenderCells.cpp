@@ -13,6 +13,7 @@
 #include <QLabel>
 
 #include <algorithm>
+#include <functional>
 #include <vector>
 
 namespace exifcard {
@@ -23,6 +24,7 @@ constexpr int kTilesInRow = 3;
 constexpr int kTileWidth = 121;
 constexpr int kTileHeight = 133;
 
+using Tile = ExifGridWithDetailsCollectionViewCell;
 using Records = std::vector<std::shared_ptr<ExifInformation>>;
 
 /// Of the photos in the library, the newest first. Blocks.
@@ -44,15 +46,9 @@ std::unique_ptr<UIView> makeBackground(QSize size) {
     return background;
 }
 
-} // namespace
-
-std::unique_ptr<QWidget> makeTiles(RenderContext& context) {
-    context.setError(context.library().import(context.request().files));
-    if (!context.error().empty()) {
-        return nullptr;
-    }
-    Records records;
-    SampleLibrary::runOnQueue([&records] { records = recordsOfLibrary(); });
+/// As they stand in a grid.
+std::unique_ptr<UIView> makeGrid(
+    const Records& records, const std::function<void(Tile&, std::size_t)>& mark) {
     const int count = static_cast<int>(records.size());
     const int rows = (count + kTilesInRow - 1) / kTilesInRow;
     const int columns = std::min(count, kTilesInRow);
@@ -60,15 +56,63 @@ std::unique_ptr<QWidget> makeTiles(RenderContext& context) {
     auto background =
         makeBackground({columns * (kTileWidth + kGap) + kGap, rows * (kTileHeight + kGap) + kGap});
     for (int index = 0; index < count; ++index) {
-        auto* const tile = new ExifGridWithDetailsCollectionViewCell;
+        auto* const tile = new Tile;
         tile->setParent(background.get());
         tile->setFrame({{kTileGap + index % kTilesInRow * (kTileWidth + kTileGap),
                             kTileGap + index / kTilesInRow * (kTileHeight + kTileGap)},
             {kTileWidth, kTileHeight}});
-        tile->setExifInfo(records[static_cast<std::size_t>(index)], [tile] { return tile; });
+        const auto place = static_cast<std::size_t>(index);
+        tile->setExifInfo(records[place], [tile] { return tile; });
+        mark(*tile, place);
         tile->show();
     }
     return background;
+}
+
+/// @return None where the context tells an error.
+Records recordsOfFiles(RenderContext& context) {
+    context.setError(context.library().import(context.request().files));
+    Records records;
+    if (context.error().empty()) {
+        SampleLibrary::runOnQueue([&records] { records = recordsOfLibrary(); });
+    }
+    return records;
+}
+
+std::shared_ptr<ExifInformation> unreadableRecord() {
+    auto record = ExifInformation::init();
+    record->imageFilePath = "/dev/null";
+    record->imageResultIsInCloud = false;
+    return record;
+}
+
+} // namespace
+
+std::unique_ptr<QWidget> makeTiles(RenderContext& context) {
+    const Records records = recordsOfFiles(context);
+    return context.error().empty() ? makeGrid(records, [](Tile&, std::size_t) {}) : nullptr;
+}
+
+std::unique_ptr<QWidget> makeMarkedTiles(RenderContext& context) {
+    Records records = recordsOfFiles(context);
+    if (!context.error().empty()) {
+        return nullptr;
+    }
+    enum Mark : std::size_t { kSelected, kFavorite, kElsewhere, kDownloading, kVideo, kMarks };
+    for (std::size_t index = 0; index < records.size(); ++index) {
+        ExifInformation& record = *records[index];
+        const std::size_t mark = index % kMarks;
+        auto asset = std::make_shared<PHAsset>(*record.phAsset);
+        asset->isFavorite = mark == kFavorite;
+        asset->mediaType = mark == kVideo ? PHAssetMediaType::Video : asset->mediaType;
+        record.phAsset = asset;
+        record.imageResultIsInCloud = mark == kElsewhere || mark == kDownloading;
+        record.iCloudDownloadProgress = mark == kDownloading ? 0.6 : -1;
+    }
+    records.push_back(unreadableRecord());
+    return makeGrid(records, [&records](Tile& tile, std::size_t index) {
+        tile.setIsSelected(index % kMarks == kSelected && index + 1 < records.size());
+    });
 }
 
 std::unique_ptr<QWidget> makeLoadingCell(RenderContext& context) {

@@ -10,6 +10,7 @@
 #include "host/LibraryAccess.h"
 #include "host/MessagesWindow.h"
 #include "host/RenderCells.h"
+#include "host/RenderPanels.h"
 #include "host/Settling.h"
 #include "platform/foundation/NotificationCenter.h"
 #include "platform/uikit/UITraitCollection.h"
@@ -74,25 +75,16 @@ std::unique_ptr<QWidget> makeFailure(RenderContext& context) {
     return window;
 }
 
-/// The panel alone, as it stands below a conversation.
-std::unique_ptr<QWidget> makeCompact(RenderContext& context) {
-    auto window = context.makeWindow(/*fillsConversation=*/false);
-    if (!window) {
-        return nullptr;
-    }
-    auto panel = std::make_unique<ExtensionPanel>(makeExtension(), nullptr);
-    const QSize size = context.windowSize();
-    panel->setRoom(size, 0);
-    panel->activate(window->feed().conversation());
-    return panel;
-}
-
 constexpr std::array kViews = {
     RenderView{"host", "The whole window, with a conversation of the files", true, makeHost},
     RenderView{"expanded", "The window with the panel over the conversation", true, makeExpanded},
     RenderView{"compact", "The compact panel over the files", true, makeCompact},
     RenderView{"conversations", "The list of conversations over the window", true, makeConversations},
+    RenderView{"denied", "The compact panel where photos may not be read", false, makeDenied},
+    RenderView{"filtered", "The compact panel where the settings hide every photo", false, makeFiltered},
+    RenderView{"album", "An album of the files, or an empty one", false, makeAlbum},
     RenderView{"tile", "The files as details tiles", true, makeTiles},
+    RenderView{"marks", "The files as tiles with the marks that there are", true, makeMarkedTiles},
     RenderView{"loading", "The last item of a list that has more to come", false, makeLoadingCell},
     RenderView{"overlay", "The overlay that tells of progress", false, makeOverlay},
     RenderView{"empty", "The window without a message; without files also without photos", false, makeEmpty},

@@ -37,12 +37,15 @@ public:
     /// Why a view could not be made: one sentence.
     const std::string& error() const { return _error; }
     void setError(std::string error) { _error = std::move(error); }
+    /// Until everything is drawn.
+    void keep(std::shared_ptr<void> screen) { _kept = std::move(screen); }
 
 private:
     RenderRequest _request;
     SampleLibrary _library;
     std::unique_ptr<HostAppearance> _appearance;
     std::string _error;
+    std::shared_ptr<void> _kept;
 };
 
 /// A view that can be drawn by its name.

@@ -4,6 +4,7 @@
 #include "library/ExifManager.h"
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/URL.h"
 #include "platform/messages/ConversationStore.h"
 #include "platform/photos/PHPhotoLibrary.h"
 #include "platform/photos/PhotoCatalogue.h"
@@ -26,7 +27,7 @@ void sendPhoto(const std::shared_ptr<const MSConversation>& conversation, const 
     const auto isDone = std::make_shared<std::atomic<bool>>(false);
     std::shared_ptr<ExifInformation> record;
     SampleLibrary::runOnQueue(
-        [&record, &file] { record = ExifManager::exifInformationForImageFileAtPath(file); });
+        [&record, &file] { record = ExifManager::exifinformationFromNSURL(URL::fileURLWithPath(file)); });
     if (!record) {
         return;
     }
@@ -54,7 +55,7 @@ SampleLibrary::SampleLibrary() {
     qputenv("XDG_CONFIG_HOME", home + "/config");
     qputenv("XDG_DATA_HOME", home + "/data");
     qputenv("XDG_CACHE_HOME", home + "/cache");
-    PHPhotoLibrary::grantForThisProcess();
+    PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Authorized);
 }
 
 std::string SampleLibrary::import(const std::vector<std::string>& files) {
