@@ -1,7 +1,6 @@
 #include "hud/MBBarProgressView.h"
 
 #include <QPainter>
-#include <QTimerEvent>
 
 #include <algorithm>
 
@@ -10,26 +9,13 @@ namespace {
 
 constexpr double kLineWidth = 2;
 constexpr double kGap = 1.5; ///< Between the outline and what fills it.
-/// Progress may come far more often than a screen shows it.
-constexpr int kFrameMilliseconds = 16;
 
 } // namespace
 
 void MBBarProgressView::setProgress(float progress) {
     if (progress != _progress) {
         _progress = progress;
-        if (!_nextFrame.isActive()) {
-            _nextFrame.start(kFrameMilliseconds, this);
-        }
-    }
-}
-
-void MBBarProgressView::timerEvent(QTimerEvent* event) {
-    if (event->timerId() == _nextFrame.timerId()) {
-        _nextFrame.stop();
         update();
-    } else {
-        UIView::timerEvent(event);
     }
 }
 

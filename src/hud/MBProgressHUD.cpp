@@ -151,10 +151,15 @@ void MBProgressHUD::hide(bool animated) {
 }
 
 void MBProgressHUD::fade(double from, double to, bool isLeaving) {
-    // The effect draws through a picture, so it has the box alone, and stays no longer than the fading.
-    auto* const effect = new QGraphicsOpacityEffect(this);
+    // The effect draws through a picture, so it has the box alone, and stays no longer than the fading. One
+    // that has not faded in yet keeps its picture.
+    auto* effect = qobject_cast<QGraphicsOpacityEffect*>(_box->graphicsEffect());
+    if (effect == nullptr) {
+        effect = new QGraphicsOpacityEffect(this);
+        _box->setGraphicsEffect(effect);
+    }
+    qDeleteAll(effect->findChildren<QVariantAnimation*>());
     effect->setOpacity(from);
-    _box->setGraphicsEffect(effect);
     auto* const animation = new QVariantAnimation(effect);
     animation->setStartValue(from);
     animation->setEndValue(to);
