@@ -42,13 +42,15 @@ namespace exifcard {
 namespace {
 
 constexpr int kLongestWait = 60'000;
+constexpr int kLook = 100;
 constexpr double kPicture = 900;
 
 bool runUntil(const std::function<bool()>& isSo) {
     QElapsedTimer time;
     time.start();
-    QTimer look; // Wakes the loop, which sleeps otherwise: the core is for the work.
-    look.start(1);
+    // What is waited for comes with an event. The timer ends a wait in vain, and takes nothing from the work.
+    QTimer look;
+    look.start(kLook);
     while (!isSo()) {
         if (time.elapsed() > kLongestWait) {
             std::fputs("nothing came in a minute\n", stderr);
