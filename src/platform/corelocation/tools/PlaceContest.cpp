@@ -73,6 +73,9 @@ std::vector<std::size_t> PlaceContest::placesThatMayWin(
 std::vector<std::size_t> PlaceContest::quartersThatMayWin(const MapBox& box,
     const std::vector<std::size_t>& towns,
     const std::vector<std::size_t>& quarters) const {
+    if (quarters.empty()) {
+        return {};
+    }
     struct Town {
         MapBox::Distances distances;
         double toBeat = double{kBesideQuarter};
