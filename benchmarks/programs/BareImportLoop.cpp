@@ -30,7 +30,7 @@ void execute(sqlite3* database, const char* sql) {
 
 void insert(sqlite3_stmt* row, const fs::path& path) {
     struct stat status {};
-    const auto file = lstat(path.c_str(), &status) == 0 ? Data::mappedFile(path) : std::nullopt;
+    const auto file = lstat(path.c_str(), &status) == 0 ? Data::mappedFileForEnds(path) : std::nullopt;
     if (!file) {
         return;
     }

@@ -35,7 +35,14 @@ Data Data::fromText(std::string_view text) {
 }
 
 std::optional<Data> Data::mappedFile(const std::string& path) {
-    auto file = MappedFile::open(path);
+    return fromMappedFile(MappedFile::open(path, Reading::Whole));
+}
+
+std::optional<Data> Data::mappedFileForEnds(const std::string& path) {
+    return fromMappedFile(MappedFile::open(path, Reading::Ends));
+}
+
+std::optional<Data> Data::fromMappedFile(std::unique_ptr<MappedFile> file) {
     if (!file) {
         return std::nullopt;
     }

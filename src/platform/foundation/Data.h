@@ -11,6 +11,8 @@
 
 namespace exifcard {
 
+class MappedFile;
+
 /// Immutable bytes, shared by every copy: held in memory, or a mapped file of
 /// which only the pages that are read are ever loaded.
 class Data {
@@ -25,6 +27,9 @@ public:
     /// @return Nothing for a path that cannot be opened or is no regular file
     ///         (a folder, a FIFO, a device); never blocks on one.
     static std::optional<Data> mappedFile(const std::string& path);
+    /// The same for a file of which the beginning and the end alone are read, or little more: an import must
+    /// not fetch all of every photo from the disk.
+    static std::optional<Data> mappedFileForEnds(const std::string& path);
 
     std::size_t size() const { return _bytes.size(); }
     bool empty() const { return _bytes.empty(); }
@@ -48,6 +53,7 @@ public:
 
 private:
     class Storage;
+    static std::optional<Data> fromMappedFile(std::unique_ptr<MappedFile> file);
     Data(std::shared_ptr<const Storage> storage, std::span<const std::uint8_t> bytes);
 
     std::shared_ptr<const Storage> _storage;

@@ -185,6 +185,16 @@ bool writeFileAtomically(const std::string& path, const Data& bytes, const std::
     return replaceFile(linkedFile(path), bytes, file, temporaryPath.c_str(), {});
 }
 
+bool moveIntoPlace(const std::string& finishedPath, const std::string& path) {
+    const FileDescriptor file(open(finishedPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    const bool isMoved =
+        file.isOpen() && fsync(file.number()) == 0 && std::rename(finishedPath.c_str(), path.c_str()) == 0;
+    if (isMoved) {
+        syncFolder(fs::path(path).parent_path());
+    }
+    return isMoved;
+}
+
 bool writeNewFile(const std::string& path, const Data& bytes, Durability durability) {
     std::string temporaryPath = path + ".XXXXXX";
     const FileDescriptor file(mkostemp(temporaryPath.data(), O_CLOEXEC));

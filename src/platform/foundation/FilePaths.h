@@ -39,6 +39,11 @@ bool writeFileAtomically(
 /// @param temporaryPath  In the folder of `path`; overwritten.
 bool writeFileAtomically(const std::string& path, const Data& bytes, const std::string& temporaryPath);
 
+/// Syncs a finished file and renames it to `path`, in the same folder, where it takes the place of what was
+/// there.
+/// @return False when that was left as it is.
+bool moveIntoPlace(const std::string& finishedPath, const std::string& path);
+
 /// Writes a file as above that must not be there yet: what stands at the path is never replaced.
 bool writeNewFile(const std::string& path, const Data& bytes, Durability durability = Durability::Lasting);
 

@@ -1,12 +1,14 @@
 #include "platform/foundation/MappedFile.h"
 
 #include "platform/foundation/FileDescriptor.h"
+#include "platform/foundation/MappingBatch.h"
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <csignal>
 #include <mutex>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -27,6 +29,9 @@ struct Mapping {
 constexpr std::size_t kMostMappings = 4096;
 std::array<Mapping, kMostMappings> mappings;
 struct sigaction previousAction;
+
+/// Cameras' metadata lie within so much of the beginning.
+constexpr off_t kFetchedEnd = off_t(128) << 10;
 
 void passOn(int signalNumber, siginfo_t* info, void* context) {
     if ((previousAction.sa_flags & SA_SIGINFO) != 0 && previousAction.sa_sigaction != nullptr) {
@@ -84,9 +89,18 @@ int takeSlot(std::uintptr_t begin, std::size_t size) {
     return -1;
 }
 
+/// Some disks read megabytes ahead of the first page that is touched.
+void fetchEnds(int file, void* address, std::size_t size) {
+    const auto length = static_cast<off_t>(size);
+    if (length > 2 * kFetchedEnd && madvise(address, size, MADV_RANDOM) == 0) {
+        posix_fadvise(file, 0, kFetchedEnd, POSIX_FADV_WILLNEED);
+        posix_fadvise(file, length - kFetchedEnd, kFetchedEnd, POSIX_FADV_WILLNEED);
+    }
+}
+
 } // namespace
 
-std::unique_ptr<MappedFile> MappedFile::open(const std::string& path) {
+std::unique_ptr<MappedFile> MappedFile::open(const std::string& path, Reading reading) {
     // O_NONBLOCK: opening a FIFO without a writer must not wait for one.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status = {};
@@ -95,34 +109,42 @@ std::unique_ptr<MappedFile> MappedFile::open(const std::string& path) {
     }
     const auto size = static_cast<std::size_t>(status.st_size);
     if (size == 0) {
-        return std::unique_ptr<MappedFile>(new MappedFile({}, -1));
+        return std::unique_ptr<MappedFile>(new MappedFile({}, -1, nullptr));
     }
     installHandler();
-    void* const address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
-    if (address == MAP_FAILED) {
+    auto batch = reading == Reading::Ends ? MappingBatch::withRoomFor(size) : nullptr;
+    void* const address = batch ? batch->map(file.number(), size)
+                                : mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
+    if (address == nullptr || address == MAP_FAILED) {
         return nullptr;
+    }
+    if (reading == Reading::Ends) {
+        fetchEnds(file.number(), address, size);
     }
     const int slot = takeSlot(reinterpret_cast<std::uintptr_t>(address), size);
-    if (slot < 0) {
-        munmap(address, size);
-        return nullptr;
-    }
-    return std::unique_ptr<MappedFile>(
-        new MappedFile({static_cast<const std::uint8_t*>(address), size}, slot));
+    std::unique_ptr<MappedFile> mapped(
+        new MappedFile({static_cast<const std::uint8_t*>(address), size}, slot, std::move(batch)));
+    return slot >= 0 ? std::move(mapped) : nullptr;
 }
 
-MappedFile::MappedFile(std::span<const std::uint8_t> bytes, int slot) : _bytes(bytes), _slot(slot) {
+MappedFile::MappedFile(
+    std::span<const std::uint8_t> bytes, int slot, std::shared_ptr<const MappingBatch> batch)
+    : _bytes(bytes)
+    , _slot(slot)
+    , _batch(std::move(batch)) {
 }
 
 MappedFile::~MappedFile() {
-    if (_slot < 0) {
-        return;
+    if (_slot >= 0) {
+        mappings[static_cast<std::size_t>(_slot)].begin.store(0, std::memory_order_release);
     }
-    Mapping& mapping = mappings[static_cast<std::size_t>(_slot)];
-    mapping.begin.store(0, std::memory_order_release);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): munmap takes what mmap gave.
-    munmap(const_cast<std::uint8_t*>(_bytes.data()), _bytes.size());
-    mapping.isTaken.store(false, std::memory_order_release);
+    if (!_bytes.empty() && !_batch) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): munmap takes what mmap gave.
+        munmap(const_cast<std::uint8_t*>(_bytes.data()), _bytes.size());
+    }
+    if (_slot >= 0) {
+        mappings[static_cast<std::size_t>(_slot)].isTaken.store(false, std::memory_order_release);
+    }
 }
 
 bool MappedFile::wasCutShort() const {

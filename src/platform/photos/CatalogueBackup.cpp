@@ -1,6 +1,7 @@
 #include "platform/photos/CatalogueBackup.h"
 
 #include "platform/foundation/FileDescriptor.h"
+#include "platform/foundation/FilePaths.h"
 #include "platform/foundation/Log.h"
 #include "platform/photos/CatalogueSchema.h"
 #include "platform/photos/CatalogueTransaction.h"
@@ -21,11 +22,22 @@ namespace {
 
 constexpr std::string_view kCompanions[] = {"-wal", "-shm"};
 
-/// In this order: later statements ask for what earlier ones copied.
+/// Brings a backup up to date, or fills an empty one: its own 'change' is the last that it knows of. In this
+/// order: later statements ask for what earlier ones copied.
 constexpr std::string_view kCopies[] = {
+    "DELETE FROM roots",
     "INSERT INTO roots SELECT * FROM catalogue.roots",
+    "DELETE FROM album_assets WHERE NOT EXISTS (SELECT 1 FROM catalogue.albums AS now WHERE now.id = album"
+    " AND now.folder IS NULL AND now.changed <= (SELECT value FROM state WHERE name = 'change'))",
+    "DELETE FROM albums",
     "INSERT INTO albums SELECT * FROM catalogue.albums WHERE folder IS NULL",
-    "INSERT INTO album_assets SELECT * FROM catalogue.album_assets WHERE album IN (SELECT id FROM albums)",
+    "INSERT OR REPLACE INTO album_assets SELECT * FROM catalogue.album_assets WHERE album IN"
+    " (SELECT id FROM albums WHERE changed > (SELECT value FROM state WHERE name = 'change'))",
+    "DELETE FROM assets WHERE NOT EXISTS (SELECT 1 FROM catalogue.assets AS now WHERE now.id = assets.id"
+    " AND now.changed <= (SELECT value FROM state WHERE name = 'change')"
+    " AND (now.favorite <> 0 OR now.hidden <> 0 OR now.user_fields <> 0 OR now.trashed <> 0"
+    " OR EXISTS (SELECT 1 FROM album_assets WHERE asset = now.id)))",
+    "DELETE FROM files WHERE NOT EXISTS (SELECT 1 FROM assets WHERE assets.id = asset)",
     // Columns are named: the generated one cannot be written.
     "INSERT INTO assets (id, uuid, folder, name, media_type, subtypes, playback, source_type, width, height,"
     " created, modified, added, duration, located, latitude, longitude, altitude, horizontal_accuracy,"
@@ -34,13 +46,16 @@ constexpr std::string_view kCopies[] = {
     " SELECT id, uuid, folder, name, media_type, subtypes, playback, source_type, width, height, created,"
     " modified, added, duration, located, latitude, longitude, altitude, horizontal_accuracy,"
     " vertical_accuracy, course, speed, located_at, favorite, hidden, burst, represents_burst,"
-    " burst_selection, title, rating, traits, user_fields, 1, trashed, changed FROM catalogue.assets"
+    " burst_selection, title, rating, traits, user_fields, 1, trashed, changed FROM catalogue.assets AS now"
     " WHERE id IN (SELECT id FROM catalogue.assets WHERE favorite <> 0 OR hidden <> 0 OR user_fields <> 0"
-    " OR trashed <> 0 UNION SELECT asset FROM album_assets)",
+    " OR trashed <> 0 UNION SELECT asset FROM album_assets)"
+    " AND NOT EXISTS (SELECT 1 FROM main.assets AS kept WHERE kept.id = now.id)",
     // Without a stamp, so that every file is read again.
-    "INSERT INTO files SELECT id, asset, folder, name, type, type_identifier, -1, 0, 0, 0, quick, whole,"
-    " content, video_offset, video_length, orientation"
-    " FROM catalogue.files WHERE asset IN (SELECT id FROM assets)",
+    "INSERT OR REPLACE INTO files SELECT id, asset, folder, name, type, type_identifier, -1, 0, 0, 0, quick,"
+    " whole, content, video_offset, video_length, orientation FROM catalogue.files AS now"
+    " WHERE asset IN (SELECT id FROM assets) AND NOT EXISTS (SELECT 1 FROM main.files AS kept"
+    " WHERE kept.asset = now.asset)",
+    "DELETE FROM folders",
     "INSERT INTO folders SELECT * FROM catalogue.folders WHERE id IN"
     " (SELECT folder FROM files UNION SELECT folder FROM assets)",
     "INSERT OR REPLACE INTO state SELECT * FROM catalogue.state WHERE name = 'change'",
@@ -54,17 +69,35 @@ void removeWithCompanions(const std::string& path) {
     }
 }
 
-std::optional<std::string> copyUserState(const std::string& catalogue, const std::string& copy) {
-    SQLiteDatabase database(copy, catalogueMigrations());
-    database.execute("ATTACH ? AS catalogue", {catalogue});
-    database.execute("BEGIN");
+void copyUserState(SQLiteDatabase& backup) {
+    backup.execute("BEGIN IMMEDIATE");
     for (const std::string_view statement : kCopies) {
-        database.execute(statement);
+        backup.execute(statement);
     }
-    database.commit();
-    database.execute("DETACH catalogue");
-    // A file without companions, which can be moved and copied.
-    database.execute("PRAGMA journal_mode = DELETE");
+    backup.commit();
+}
+
+/// Writes what has changed into a backup of this catalogue. False where there is no such or that failed; it
+/// is as it was then.
+bool updateBackup(const std::string& catalogue, const std::string& backup) {
+    if (::access(backup.c_str(), F_OK) != 0) {
+        return false;
+    }
+    SQLiteDatabase database(backup, catalogueMigrations());
+    database.execute("ATTACH ? AS catalogue", {catalogue});
+    auto isNewer = database.query(
+        "SELECT 1 FROM state JOIN catalogue.state AS now USING (name) WHERE name = 'change' AND state.value > now.value");
+    if (isNewer.step()) {
+        return false; // The catalogue was begun anew without it.
+    }
+    copyUserState(database);
+    return !database.hasFailed();
+}
+
+std::optional<std::string> copyIntoNewFile(const std::string& catalogue, const std::string& copy) {
+    SQLiteDatabase database(copy, catalogueMigrations(), Durability::Replaceable);
+    database.execute("ATTACH ? AS catalogue", {catalogue});
+    copyUserState(database);
     return database.error();
 }
 
@@ -98,14 +131,19 @@ void moveAside(const std::string& catalogue) {
 } // namespace
 
 bool writeCatalogueBackup(const std::string& catalogue, const std::string& backup) {
+    const FileDescriptor lock = lockOf(catalogue);
+    if (updateBackup(catalogue, backup)) {
+        return true;
+    }
     const std::string copy = backup + ".new";
     removeWithCompanions(copy);
-    if (const auto error = copyUserState(catalogue, copy)) {
+    if (const auto error = copyIntoNewFile(catalogue, copy)) {
         errorLog(*error);
-        removeWithCompanions(copy);
-        return false;
+    } else if (moveIntoPlace(copy, backup)) {
+        return true;
     }
-    return ::rename(copy.c_str(), backup.c_str()) == 0;
+    removeWithCompanions(copy);
+    return false;
 }
 
 std::uint64_t fileNumberOf(const std::string& path) {

@@ -8,7 +8,9 @@ namespace exifcard {
 // The backup is a catalogue that holds only what no file tells: the roots, the user's albums, and the assets
 // that the user said something of, as vanished ones that come back when the import finds their files.
 
-/// Writes the backup of a catalogue, by a temporary name and a rename.
+/// Brings the backup of a catalogue up to date in one transaction; where there is none, or a damaged one,
+/// writes it by a temporary name and a rename. Takes about as long as going over what the user said of
+/// assets.
 /// @return False when the old one was left as it was; one log line tells why.
 bool writeCatalogueBackup(const std::string& catalogue, const std::string& backup);
 

@@ -259,15 +259,16 @@ bool SQLiteStatement::isNull(int column) const {
     return sqlite3_column_type(_handle->get(), column) == SQLITE_NULL;
 }
 
-SQLiteDatabase::SQLiteDatabase(std::string path, std::span<const char* const> migrations)
+SQLiteDatabase::SQLiteDatabase(
+    std::string path, std::span<const char* const> migrations, Durability durability)
     : _path(std::move(path)) {
-    open();
-    migrate(migrations);
+    open(durability);
+    migrate(migrations, durability);
 }
 
 SQLiteDatabase::~SQLiteDatabase() = default;
 
-void SQLiteDatabase::open() {
+void SQLiteDatabase::open(Durability durability) {
     makePrivateFile(_path);
     _connection = std::make_unique<Connection>(_path);
     if (const int code = sqlite3_errcode(_connection->get()); code != SQLITE_OK) {
@@ -277,13 +278,18 @@ void SQLiteDatabase::open() {
     sqlite3_extended_result_codes(_connection->get(), 1);
     sqlite3_busy_timeout(_connection->get(), kLongestWaitInMilliseconds);
     _connection->distrustSchema();
-    execute("PRAGMA synchronous = FULL");
+    if (durability == Durability::Lasting) {
+        execute("PRAGMA synchronous = FULL");
+    } else {
+        execute("PRAGMA synchronous = OFF");
+        execute("PRAGMA journal_mode = MEMORY");
+    }
 }
 
-void SQLiteDatabase::migrate(std::span<const char* const> migrations) {
+void SQLiteDatabase::migrate(std::span<const char* const> migrations, Durability durability) {
     const auto latest = static_cast<std::int64_t>(migrations.size());
     std::int64_t version = schemaVersion();
-    if (version == 0 && !hasFailed()) {
+    if (version == 0 && durability == Durability::Lasting && !hasFailed()) {
         // Kept in the file from then on. Another program may be doing the same, so a refusal is no failure.
         sqlite3_exec(_connection->get(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/FilePaths.h"
 #include "platform/foundation/Value.h"
 
 #include <cstdint>
@@ -60,7 +61,12 @@ public:
     ///                    version 0. A file of a later version than there are is left
     ///                    alone, and so is one that is no database. In a folder that
     ///                    nobody can write to, the file is only read.
-    SQLiteDatabase(std::string path, std::span<const char* const> migrations);
+    /// @param durability  Replaceable: for a copy that is made at one go, without companions and unsynced.
+    /// After a
+    ///                    power cut it may be damaged, so it is to be synced before it is used for anything.
+    SQLiteDatabase(std::string path,
+        std::span<const char* const> migrations,
+        Durability durability = Durability::Lasting);
     ~SQLiteDatabase();
     SQLiteDatabase(const SQLiteDatabase&) = delete;
     SQLiteDatabase& operator=(const SQLiteDatabase&) = delete;
@@ -98,8 +104,8 @@ private:
     friend class SQLiteStatement;
     class Connection;
 
-    void open();
-    void migrate(std::span<const char* const> migrations);
+    void open(Durability durability);
+    void migrate(std::span<const char* const> migrations, Durability durability);
     std::int64_t schemaVersion();
     void failWithCode(int code);
 

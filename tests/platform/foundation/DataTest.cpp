@@ -1,11 +1,13 @@
 #include "platform/foundation/Data.h"
 
+#include "platform/foundation/MappingBatch.h"
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <numeric>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -24,6 +26,40 @@ TEST(DataTest, ASliceSharesAndIsCutToWhatThereIs) {
     EXPECT_EQ(whole.slice(2, 3).data(), whole.data() + 2);
     EXPECT_EQ(whole.slice(8, 100).text(), "89");
     EXPECT_TRUE(whole.slice(11, 1).empty());
+}
+
+TEST(DataTest, FilesMappedInBatchesKeepTheirBytesAsLongAsTheyAreHeld) {
+    const TemporaryHome home;
+    const auto path = [&home](std::size_t number) { return (home.path() / std::to_string(number)).string(); };
+    constexpr std::size_t kFiles = 40;
+    std::vector<Data> held;
+    {
+        const MappingBatch::Use use;
+        for (std::size_t number = 0; number < kFiles; ++number) {
+            // Some fill a batch of addresses, some are too large for any; a hole takes no room on the disk.
+            const std::size_t size = number % 9 == 8 ? 40U << 20U : (number * 977'777 % 20'000'000) + 1;
+            std::ofstream(path(number)) << number << ' ';
+            std::filesystem::resize_file(path(number), size);
+            std::fstream(path(number), std::ios::in | std::ios::out).seekp(-1, std::ios::end) << '$';
+            const auto file = Data::mappedFileForEnds(path(number));
+            ASSERT_TRUE(file);
+            ASSERT_EQ(file->size(), size);
+            if (number % 3 != 0) { // The others of the batch are dropped at once.
+                held.push_back(*file);
+            }
+        }
+    }
+    std::size_t number = 0;
+    for (const Data& file : held) {
+        number += number % 3 == 0 ? 1 : 0;
+        SCOPED_TRACE(number);
+        EXPECT_EQ(file.bytes().back(), '$');
+        if (file.size() > 4) {
+            EXPECT_TRUE(file.text().starts_with(std::to_string(number) + " "));
+        }
+        EXPECT_FALSE(file.wasCutShort());
+        ++number;
+    }
 }
 
 TEST(DataTest, MapsOnlyRegularFilesAndNeverWaits) {

@@ -1,4 +1,6 @@
 #include "platform/foundation/Log.h"
+#include "platform/photos/CatalogueBackup.h"
+#include "platform/photos/CatalogueConnections.h"
 #include "platform/photos/CatalogueSchema.h"
 #include "platform/photos/Library.h"
 #include "platform/photos/ListDifference.h"
@@ -7,6 +9,7 @@
 #include "platform/photos/PHAssetResource.h"
 #include "platform/sqlite/SQLiteDatabase.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
@@ -100,6 +103,76 @@ TEST_F(PhotoCatalogueTest, BringsBackWhatOnlyItKnewWhenItIsLost) {
         ASSERT_EQ(albums->count(), 1U);
         EXPECT_EQ(names(PHAsset::fetchAssetsInAssetCollection(*albums->firstObject())), "a.jpg");
     }
+}
+
+/// All rows of a database, each as a line.
+std::string contentOf(const std::string& path) {
+    std::string content;
+    sqlite3* database = nullptr;
+    sqlite3_open(path.c_str(), &database);
+    const auto addRow = [](void* text, int count, char** values, char**) {
+        for (int column = 0; column < count; ++column) {
+            *static_cast<std::string*>(text) += values[column] != nullptr ? values[column] : "null";
+            *static_cast<std::string*>(text) += column + 1 < count ? '|' : '\n';
+        }
+        return 0;
+    };
+    for (const char* const table :
+        {"roots", "folders", "albums", "album_assets", "assets", "files", "state"}) {
+        const std::string sql = fmt::format("SELECT '{0}', * FROM {0} ORDER BY 2, 3", table);
+        EXPECT_EQ(sqlite3_exec(database, sql.c_str(), addRow, &content, nullptr), SQLITE_OK);
+    }
+    sqlite3_close(database);
+    return content;
+}
+
+TEST_F(PhotoCatalogueTest, ABackupKeptUpToDateIsTheOneWrittenAnew) {
+    for (char name = 'a'; name <= 'h'; ++name) {
+        store(std::string(1, name));
+    }
+    std::mt19937 chance(5);
+    const auto anyAsset = [&chance] {
+        return assetNamed(std::string(1, static_cast<char>('a' + chance() % 8)));
+    };
+    const auto anyAlbum = [&chance]() -> PHAssetCollectionPtr {
+        const auto albums = PHAssetCollection::fetchAssetCollectionsWithType(
+            PHAssetCollectionType::Album, PHAssetCollectionSubtype::AlbumRegular);
+        return albums->count() > 0 ? albums->objectAtIndex(chance() % albums->count()) : nullptr;
+    };
+    const auto change = [&](const PHAssetPtr& asset, const PHAssetCollectionPtr& album, unsigned kind) {
+        using AlbumChange = PHAssetCollectionChangeRequest;
+        if (kind < 2 || !album) {
+            PHAssetChangeRequest::changeRequestForAsset(*asset).setFavorite(kind == 0);
+            AlbumChange::creationRequestForAssetCollectionWithTitle("Trip").addAssets(std::vector{asset});
+        } else if (kind == 2) {
+            AlbumChange::changeRequestForAssetCollection(*album).addAssets(std::vector{asset});
+        } else if (kind == 3) {
+            AlbumChange::changeRequestForAssetCollection(*album).removeAssets(std::vector{asset});
+        } else {
+            AlbumChange::deleteAssetCollections(std::vector{album});
+        }
+    };
+    const std::string backup = catalogue()->folder() + "/library-backup.sqlite";
+    const std::string anew = (home.path() / "anew.sqlite").string();
+    const auto inode = fileNumberOf(backup);
+    for (int round = 0; round < 60; ++round) {
+        SCOPED_TRACE(round);
+        const auto asset = anyAsset();
+        const auto album = anyAlbum();
+        ASSERT_EQ(PHPhotoLibrary::sharedPhotoLibrary().performChangesAndWait(
+                      [&, kind = static_cast<unsigned>(chance() % 5)] { change(asset, album, kind); }),
+            std::nullopt);
+        if (round % 7 == 0) { // A file was edited.
+            auto edited = CatalogueWriter(catalogue()).asset(static_cast<std::int64_t>(chance() % 8 + 1));
+            edited->files.front().quickFingerprint = round + 1;
+            store(*edited);
+            catalogue()->connections().writeBackup();
+        }
+        fs::remove(anew);
+        ASSERT_TRUE(writeCatalogueBackup(file(), anew));
+        ASSERT_EQ(contentOf(backup), contentOf(anew));
+    }
+    EXPECT_EQ(fileNumberOf(backup), inode) << "it was written anew";
 }
 
 TEST_F(PhotoCatalogueTest, IsEmptyWithoutAFileAndMakesNoneByReading) {

@@ -111,7 +111,7 @@ private:
 
     std::optional<ReadFile> readOnce(ReadFile read) const {
         const std::string path = pathOf(read.file);
-        const auto content = Data::mappedFile(path);
+        const auto content = Data::mappedFileForEnds(path);
         if (!content || content->empty()) {
             return std::nullopt;
         }

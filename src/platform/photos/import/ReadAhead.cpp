@@ -1,8 +1,11 @@
 #include "platform/photos/import/ReadAhead.h"
 
+#include "platform/foundation/MappingBatch.h"
+
+#include <algorithm>
 #include <condition_variable>
+#include <iterator>
 #include <mutex>
-#include <optional>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -13,39 +16,37 @@ namespace {
 /// Enough for the readers to go on while a transaction is synced to a slow disk.
 constexpr std::size_t kMostWaiting = 2'000;
 
-/// Taking a few at a time spares the lock; more would keep the others waiting at the end.
+/// Taking some at a time wakes the taking thread less often; more would leave too much to do at the end.
 constexpr std::size_t kFewestTaken = 32;
+
+/// What a reader takes at a time, so that the threads seldom meet; few, so that all of them end together.
+constexpr std::size_t kMostRead = 8;
 
 class ReadAheadRun {
 public:
-    explicit ReadAheadRun(const ReadAheadSteps& steps) : _steps(steps) {}
+    ReadAheadRun(const ReadAheadSteps& steps, std::size_t readers) : _steps(steps), _readers(readers) {}
 
-    /// What an additional thread does.
+    /// What each reading thread does.
     void readAll() {
-        while (const auto position = next()) {
-            ReadGroup group = _steps.read(*position);
-            std::unique_lock lock(_mutex);
-            _hasChanged.wait(lock, [this] { return _waiting.size() < kMostWaiting; });
-            _waiting.emplace_back(*position, std::move(group));
-            _hasChanged.notify_all();
+        const MappingBatch::Use use;
+        Waiting read;
+        for (Positions some = next(); some.begin < some.end; some = next()) {
+            for (std::size_t position = some.begin; position < some.end; ++position) {
+                read.emplace_back(position, _steps.read(position));
+            }
+            deliver(std::exchange(read, {}));
         }
         const std::scoped_lock lock(_mutex);
-        --_readers;
-        _hasChanged.notify_all();
+        if (--_readers == 0) {
+            _hasSome.notify_one();
+        }
     }
-
-    void addReader() { ++_readers; }
 
     /// What the calling thread does.
     void takeAll() {
-        while (true) {
-            if (takeWaiting(kFewestTaken)) {
-                continue;
-            }
-            if (const auto position = next()) {
-                _steps.take(*position, _steps.read(*position));
-            } else if (!waitForOthers()) {
-                return;
+        for (Waiting taken = takeSome(); !taken.empty(); taken = takeSome()) {
+            for (auto& [position, group] : taken) {
+                _steps.take(position, std::move(group));
             }
         }
     }
@@ -53,57 +54,61 @@ public:
 private:
     using Waiting = std::vector<std::pair<std::size_t, ReadGroup>>;
 
-    std::optional<std::size_t> next() {
+    struct Positions {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
+
+    Positions next() {
         const std::scoped_lock lock(_mutex);
-        if (_next == _steps.count || _steps.isStopped()) {
-            return std::nullopt;
+        if (_steps.isStopped()) {
+            return {};
         }
-        return _next++;
+        const std::size_t begin = _next;
+        _next = std::min(_steps.count, begin + kMostRead);
+        return {begin, _next};
     }
 
-    bool takeWaiting(std::size_t fewest) {
-        Waiting taken;
-        {
-            const std::scoped_lock lock(_mutex);
-            if (_waiting.empty() || _waiting.size() < fewest) {
-                return false;
-            }
-            std::swap(taken, _waiting);
-            _hasChanged.notify_all();
+    void deliver(Waiting read) {
+        std::unique_lock lock(_mutex);
+        _hasRoom.wait(lock, [this] { return _waiting.size() < kMostWaiting; });
+        const bool wereFew = _waiting.size() < kFewestTaken;
+        std::ranges::move(read, std::back_inserter(_waiting));
+        if (wereFew && _waiting.size() >= kFewestTaken) {
+            _hasSome.notify_one();
         }
-        for (auto& [position, group] : taken) {
-            _steps.take(position, std::move(group));
-        }
-        return true;
     }
 
-    /// False when the others are done and nothing waits.
-    bool waitForOthers() {
-        {
-            std::unique_lock lock(_mutex);
-            _hasChanged.wait(lock, [this] { return !_waiting.empty() || _readers == 0; });
-        }
-        return takeWaiting(1);
+    /// What waits, when it is worth the while; nothing when the readers are done and all was taken.
+    Waiting takeSome() {
+        std::unique_lock lock(_mutex);
+        _hasSome.wait(lock, [this] { return _waiting.size() >= kFewestTaken || _readers == 0; });
+        _hasRoom.notify_all();
+        return std::exchange(_waiting, {});
     }
 
     const ReadAheadSteps& _steps;
     std::mutex _mutex;
-    std::condition_variable _hasChanged;
+    std::condition_variable _hasRoom;
+    std::condition_variable _hasSome;
     std::size_t _next = 0; // Guarded by _mutex.
     Waiting _waiting;      // Guarded by _mutex.
-    unsigned _readers = 0; // Guarded by _mutex once threads run.
+    std::size_t _readers;  // Guarded by _mutex.
 };
 
 } // namespace
 
 void readAhead(unsigned jobs, const ReadAheadSteps& steps) {
-    ReadAheadRun run(steps);
-    std::vector<std::jthread> threads;
-    const std::size_t wanted = std::min<std::size_t>(jobs, steps.count);
-    for (std::size_t job = 1; job < wanted; ++job) {
-        run.addReader();
+    const std::size_t readers = std::min<std::size_t>(jobs, steps.count);
+    if (readers < 2) {
+        for (std::size_t position = 0; position < steps.count && !steps.isStopped(); ++position) {
+            steps.take(position, steps.read(position));
+        }
+        return;
     }
-    for (std::size_t job = 1; job < wanted; ++job) {
+    ReadAheadRun run(steps, readers);
+    std::vector<std::jthread> threads;
+    for (std::size_t reader = 0; reader < readers; ++reader) {
         threads.emplace_back([&run] { run.readAll(); });
     }
     run.takeAll();

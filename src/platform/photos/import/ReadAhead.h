@@ -18,8 +18,9 @@ struct ReadAheadSteps {
     std::function<bool()> isStopped;
 };
 
-/// Reads groups with up to `jobs` threads, the calling one among them, which also takes what all of them
-/// read. No thread is made for one job. A bounded number of read groups waits. Returns when all are taken.
+/// Reads groups with `jobs` threads while the calling one takes what they read: it often waits for the disk,
+/// and no processor shall be idle then. For one job or one group no thread is made. A bounded number of read
+/// groups waits. Returns when all are taken.
 void readAhead(unsigned jobs, const ReadAheadSteps& steps);
 
 } // namespace exifcard
