@@ -75,6 +75,7 @@ exifcard_either(icu OF_TOOLKIT SHARED ICU::i18n ICU::uc STATIC libicui18n.a libi
 exifcard_either(expat OF_TOOLKIT SHARED PkgConfig::EXPAT STATIC libexpat.a)
 exifcard_either(sqlite3 SHARED PkgConfig::SQLITE STATIC libsqlite3.a)
 exifcard_either(xxhash SHARED PkgConfig::XXHASH STATIC libxxhash.a)
+exifcard_either(zlib OF_TOOLKIT SHARED ZLIB::ZLIB STATIC libz.a)
 
 # exifcard_quick_start(<program> [WINDOWS])
 #
@@ -88,6 +89,7 @@ function(exifcard_quick_start program)
         target_link_options(${program} PRIVATE -Wl,--push-state,--no-as-needed $<TARGET_FILE:Qt6::Widgets>
             $<TARGET_FILE:Qt6::Gui> $<TARGET_FILE:Qt6::Core> -lstdc++ -Wl,--pop-state -Wl,-z,pack-relative-relocs)
     elseif(NOT EXIFCARD_SANITIZERS)
-        target_link_options(${program} PRIVATE -Wl,-z,pack-relative-relocs)
+        # The modules bring the shared C++ library along; they share interfaces with the program and no exception.
+        target_link_options(${program} PRIVATE -static-libstdc++ -static-libgcc -Wl,-z,pack-relative-relocs)
     endif()
 endfunction()

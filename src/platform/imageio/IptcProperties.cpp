@@ -4,7 +4,6 @@
 #include "platform/foundation/NumberText.h"
 #include "platform/imageio/ByteView.h"
 #include "platform/imageio/ImageProperties.h"
-#include "platform/imageio/NotesModule.h"
 #include "platform/imageio/TextEncoding.h"
 #include "platform/imageio/XmpValue.h"
 
@@ -22,6 +21,13 @@ constexpr std::uint8_t kDatasetMark = 0x1c;
 constexpr std::uint8_t kApplicationRecord = 2;
 /// For what only XMP holds.
 constexpr std::uint8_t kNoDataset = 0;
+
+/// Photoshop's resources: a mark, a number, a name after its length, and the content after its length; name
+/// and content are filled up to an even size.
+constexpr std::string_view kResourceMarks[] = {"8BIM", "AgHg", "DCSR", "PHUT"};
+constexpr std::size_t kResourceNumber = 4;
+constexpr std::size_t kResourceName = 6;
+constexpr std::uint16_t kIptcResource = 0x0404;
 
 enum class Form { Text, List };
 
@@ -87,6 +93,15 @@ constexpr IptcRow kRows[] = {
     {131, kCGImagePropertyIPTCImageOrientation},
     {135, kCGImagePropertyIPTCLanguageIdentifier},
 };
+
+constexpr std::size_t evenSize(std::size_t size) {
+    return size + size % 2;
+}
+
+bool isImageResource(const ByteView& view, std::size_t place) {
+    return std::ranges::any_of(
+        kResourceMarks, [&](std::string_view mark) { return view.hasTextAt(place, mark); });
+}
 
 using Texts = std::vector<std::string>;
 /// The texts of each row.
@@ -182,13 +197,21 @@ void setContactInfo(Dictionary& iptc, const std::vector<XmpProperty>& packet) {
 } // namespace
 
 Data iptcFromImageResources(const Data& resources) {
-    if (noteDecoder() == nullptr) {
-        return {};
+    const ByteView view(resources.bytes(), ByteOrder::Big);
+    for (std::size_t place = 0; isImageResource(view, place);) {
+        const std::size_t nameLength = view.byteAt(place + kResourceName).value_or(0);
+        const std::size_t head = place + kResourceName + evenSize(1 + nameLength);
+        const auto length = view.longAt(head);
+        const std::size_t content = head + sizeof(std::uint32_t);
+        if (!length) {
+            break;
+        }
+        if (view.shortAt(place + kResourceNumber) == kIptcResource) {
+            return view.part(content, *length).empty() ? Data() : resources.slice(content, *length);
+        }
+        place = content + evenSize(*length);
     }
-    const auto datasets = noteDecoder()->iptcInImageResources(resources.bytes());
-    return datasets.empty() ? Data()
-                            : resources.slice(static_cast<std::size_t>(datasets.data() - resources.data()),
-                                  datasets.size());
+    return {};
 }
 
 DictionaryPtr iptcProperties(

@@ -4,6 +4,7 @@
 #include "platform/imageio/ImageProperties.h"
 #include "platform/imageio/MakerNote.h"
 #include "platform/imageio/NotesModule.h"
+#include "platform/imageio/PlainMakerNote.h"
 #include "platform/imageio/TextEncoding.h"
 
 #include <fmt/format.h>
@@ -308,6 +309,9 @@ std::vector<NamedDictionary> propertiesFromTags(const std::vector<NoteTag>& tags
 } // namespace
 
 std::vector<NamedDictionary> readMakerNote(const MakerNote& note, PropertyCollector& aux) {
+    if (const auto tags = tagsOfPlainMakerNote(note, kWantedTags)) {
+        return propertiesFromTags(*tags, aux);
+    }
     const auto structure = structureForMakerNote(note);
     if (structure.empty() || noteDecoder() == nullptr) {
         return {};

@@ -1,4 +1,5 @@
 #include "platform/imageio/MakerNote.h"
+#include "platform/imageio/MakerNoteFormat.h"
 #include "platform/imageio/TiffBlock.h"
 
 #include <algorithm>
@@ -18,57 +19,6 @@ constexpr std::size_t kInlineSize = 4;
 constexpr std::uint16_t kLensHints[] = {0x9205, 0x920a, 0xa405, 0xa434};
 constexpr std::size_t kMostHintBytes = 128;
 
-// The tags of each maker that the properties need, with those that Exiv2 needs to decode them.
-constexpr std::uint16_t kCanonTags[] = {0x0001, 0x0004, 0x0007, 0x0008, 0x0009, 0x000c, 0x0095, 0x009a};
-constexpr std::uint16_t kNikonTags[] = {0x0001, 0x0002, 0x0003, 0x0004, 0x0005, 0x0006, 0x0007, 0x0008,
-    0x000f, 0x0012, 0x001d, 0x0080, 0x0082, 0x0083, 0x0084, 0x0085, 0x0086, 0x0089, 0x0098, 0x00a0, 0x00a7};
-constexpr std::uint16_t kOlympusTags[] = {0x1023, 0x2010};
-constexpr std::uint16_t kFujiTags[] = {0x0010, 0x1003, 0x1401};
-constexpr std::uint16_t kPanasonicTags[] = {0x0024, 0x0025, 0x0051, 0x0052};
-constexpr std::uint16_t kPentaxTags[] = {0x0006, 0x0007, 0x003f, 0x005d, 0x0207, 0x0229};
-constexpr std::uint16_t kSonyTags[] = {0xb027};
-constexpr std::uint16_t kMinoltaTags[] = {0x010c};
-constexpr std::uint16_t kSigmaTags[] = {0x0002, 0x0017};
-
-/// How a note says in which byte order its directory is written.
-enum class OrderRule { OfStructure, Little, Marked };
-/// How a note says where its directory begins.
-enum class DirectoryRule { AtPlace, PointedToFromNote, PointedToFromMark };
-
-/// The form of a maker's notes; places count from the note's beginning.
-struct NoteFormat {
-    std::string_view make; ///< How the maker's name begins.
-    std::string_view signature;
-    OrderRule orderRule;
-    std::size_t orderPlace;
-    DirectoryRule directoryRule;
-    std::size_t directoryPlace;
-    std::span<const std::uint16_t> tags;
-};
-
-constexpr auto kOfStructure = OrderRule::OfStructure;
-constexpr auto kMarked = OrderRule::Marked;
-constexpr auto kAtPlace = DirectoryRule::AtPlace;
-
-constexpr NoteFormat kFormats[] = {
-    {"Canon", "", kOfStructure, 0, kAtPlace, 0, kCanonTags},
-    {"N", {"Nikon\0\2", 7}, kMarked, 10, DirectoryRule::PointedToFromMark, 14, kNikonTags},
-    {"O", {"OLYMPUS\0", 8}, kMarked, 8, kAtPlace, 12, kOlympusTags},
-    {"OM", {"OM SYSTEM\0\0\0", 12}, kMarked, 12, kAtPlace, 16, kOlympusTags},
-    {"O", {"OLYMP\0", 6}, kOfStructure, 0, kAtPlace, 8, kOlympusTags},
-    {"FUJI", "FUJIFILM", OrderRule::Little, 0, DirectoryRule::PointedToFromNote, 8, kFujiTags},
-    {"Panasonic", {"Panasonic\0\0\0", 12}, kOfStructure, 0, kAtPlace, 12, kPanasonicTags},
-    {"", {"PENTAX \0", 8}, kMarked, 8, kAtPlace, 10, kPentaxTags},
-    {"", {"AOC\0", 4}, kMarked, 4, kAtPlace, 6, kPentaxTags},
-    {"SONY", "SONY", kOfStructure, 0, kAtPlace, 12, kSonyTags},
-    {"SONY", "", kOfStructure, 0, kAtPlace, 0, kSonyTags},
-    {"Minolta", "", kOfStructure, 0, kAtPlace, 0, kMinoltaTags},
-    {"KONICA", "", kOfStructure, 0, kAtPlace, 0, kMinoltaTags},
-    {"Konica", "", kOfStructure, 0, kAtPlace, 0, kMinoltaTags},
-    {"SIGMA", {"SIGMA\0\0\0", 8}, kOfStructure, 0, kAtPlace, 10, kSigmaTags},
-    {"SIGMA", {"FOVEON\0\0", 8}, kOfStructure, 0, kAtPlace, 10, kSigmaTags},
-};
-
 /// Writes numbers into bytes that are long enough for them.
 class ByteWriter {
 public:
@@ -86,28 +36,6 @@ private:
     }
     ByteOrder _order;
 };
-
-ByteOrder orderOf(const NoteFormat& format, const ByteView& note) {
-    if (format.orderRule == OrderRule::Little) {
-        return ByteOrder::Little;
-    }
-    if (format.orderRule == OrderRule::Marked && note.hasTextAt(format.orderPlace, "II")) {
-        return ByteOrder::Little;
-    }
-    if (format.orderRule == OrderRule::Marked && note.hasTextAt(format.orderPlace, "MM")) {
-        return ByteOrder::Big;
-    }
-    return note.order();
-}
-
-/// Where in the note its directory begins.
-std::size_t directoryOf(const NoteFormat& format, const ByteView& note) {
-    if (format.directoryRule == DirectoryRule::AtPlace) {
-        return format.directoryPlace;
-    }
-    const std::size_t pointer = note.longAt(format.directoryPlace).value_or(0);
-    return format.directoryRule == DirectoryRule::PointedToFromMark ? format.orderPlace + pointer : pointer;
-}
 
 /// Moves the entries of needed tags to the front of the note's directory and drops the others. What they
 /// point to stays where it is.
@@ -229,8 +157,8 @@ std::vector<std::uint8_t> StructureBuilder::build(const NoteFormat& format) {
     _writer.writeShort(std::span(_bytes).subspan(2), 42);
     const auto copy = std::span(_bytes).last(_note.length);
     std::ranges::copy(_note.block.subspan(_note.offset, _note.length), copy.begin());
-    const ByteOrder order = orderOf(format, ByteView(copy, _note.order));
-    keepTags(copy, directoryOf(format, ByteView(copy, order)), order, format);
+    const ByteOrder order = orderOfMakerNote(format, ByteView(copy, _note.order));
+    keepTags(copy, directoryOfMakerNote(format, ByteView(copy, order)), order, format);
     addFirstDirectory(addExifDirectory());
     return std::move(_bytes);
 }
@@ -242,14 +170,11 @@ bool isLensHint(std::uint16_t exifTag) {
 }
 
 std::vector<std::uint8_t> structureForMakerNote(const MakerNote& note) {
-    const ByteView view(note.block.subspan(note.offset, note.length), note.order);
-    const auto format = std::ranges::find_if(kFormats, [&](const NoteFormat& known) {
-        return note.make.starts_with(known.make) && view.hasTextAt(0, known.signature);
-    });
+    const auto* const format = formatOfMakerNote(note);
     const bool isWritten = note.offset >= 8 && note.offset + note.length <= kMostStructureBytes &&
                            note.make.size() <= kMostNameBytes && note.model.size() <= kMostNameBytes;
-    return format == std::end(kFormats) || !isWritten ? std::vector<std::uint8_t>()
-                                                      : StructureBuilder(note).build(*format);
+    return format == nullptr || !isWritten ? std::vector<std::uint8_t>()
+                                           : StructureBuilder(note).build(*format);
 }
 
 } // namespace exifcard

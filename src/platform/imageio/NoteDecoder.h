@@ -60,10 +60,6 @@ public:
     virtual std::optional<CanonCrw> canonCrw(
         std::span<const std::uint8_t> file, FaultReport& report) const = 0;
 
-    /// The IPTC datasets within Photoshop's image resources; empty without any.
-    virtual std::span<const std::uint8_t> iptcInImageResources(
-        std::span<const std::uint8_t> resources) const = 0;
-
 protected:
     ~NoteDecoder() = default;
 };

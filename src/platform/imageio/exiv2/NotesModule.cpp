@@ -4,11 +4,9 @@
 #include <exiv2/error.hpp>
 #include <exiv2/exif.hpp>
 #include <exiv2/image.hpp>
-#include <exiv2/jpgimage.hpp>
 
 #include <algorithm>
 #include <exception>
-#include <limits>
 
 namespace exifcard {
 namespace {
@@ -95,21 +93,6 @@ public:
             crw = std::move(read);
         });
         return crw;
-    }
-
-    std::span<const std::uint8_t> iptcInImageResources(
-        std::span<const std::uint8_t> resources) const override {
-        const Exiv2::byte* record = nullptr;
-        std::uint32_t headSize = 0;
-        std::uint32_t size = 0;
-        if (resources.size() > std::numeric_limits<std::int32_t>::max() ||
-            Exiv2::Photoshop::locateIptcIrb(
-                resources.data(), static_cast<long>(resources.size()), &record, &headSize, &size) != 0) {
-            return {};
-        }
-        const auto begin = static_cast<std::size_t>(record - resources.data()) + headSize;
-        const bool isWithin = begin <= resources.size() && size <= resources.size() - begin;
-        return isWithin ? resources.subspan(begin, size) : std::span<const std::uint8_t>();
     }
 };
 
