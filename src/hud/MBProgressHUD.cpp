@@ -3,6 +3,8 @@
 #include "appearance/ThemeColors.h"
 #include "hud/MBBarProgressView.h"
 #include "hud/MBRoundProgressView.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/Accessibility.h"
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIActivityIndicatorView.h"
@@ -106,6 +108,7 @@ MBProgressHUD::MBProgressHUD(QWidget& view) : UIView(&view), _box(new UIView(thi
     _bar = new MBBarProgressView(_box);
     _label = makeLabel(*_box, "AvenirNext-Medium", 14);
     _detailsLabel = makeLabel(*_box, "AvenirNext-Regular", 12);
+    updateAccessibility();
     setAttribute(Qt::WA_AcceptTouchEvents);
     pinToEdges(*this, view);
     raise();
@@ -191,14 +194,20 @@ void MBProgressHUD::setLabelText(std::string text) {
     }
     _labelText = std::move(text);
     _label->setText(qString(_labelText));
-    setAccessibleName(qString(_labelText));
+    updateAccessibility();
     layOut();
+}
+
+/// Readers are told what the indicator alone tells.
+void MBProgressHUD::updateAccessibility() {
+    setAccessibilityLabel(*this, qString(_labelText.empty() ? localizedString("Loading") : _labelText));
+    setAccessibilityTraits(*this, kUIAccessibilityTraitUpdatesFrequently);
 }
 
 void MBProgressHUD::setDetailsLabelText(std::string text) {
     _detailsLabelText = std::move(text);
     _detailsLabel->setText(qString(_detailsLabelText));
-    setAccessibleDescription(qString(_detailsLabelText));
+    setAccessibilityHint(*this, qString(_detailsLabelText));
     layOut();
 }
 

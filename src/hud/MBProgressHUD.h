@@ -57,6 +57,7 @@ private:
 
     void hide(bool animated);
     void fade(double from, double to, bool isLeaving);
+    void updateAccessibility();
     QWidget* indicator() const;
     void showIndicator();
     void layOut();

@@ -28,7 +28,9 @@ std::unique_ptr<PictureButton> barButton(
     look.picture = Apperance::themedImageFileNameFor(imageName);
     look.color = Apperance::appearanceTextColor();
     look.place = contentAlignment;
-    return std::make_unique<PictureButton>(std::move(look), name, nullptr);
+    auto button = std::make_unique<PictureButton>(std::move(look), name, nullptr);
+    button->setFocusPolicy(Qt::TabFocus); // A click leaves the keys to the list.
+    return button;
 }
 
 void giveTitle(PictureButton& button, const QString& title) {

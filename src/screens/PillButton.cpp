@@ -1,9 +1,11 @@
 #include "screens/PillButton.h"
 
 #include "appearance/Apperance.h"
+#include "platform/uikit/FocusRing.h"
 #include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UIFont.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 
 namespace exifcard {
@@ -34,13 +36,19 @@ void PillButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setBrush(fill);
     painter.setPen(Qt::NoPen);
     painter.drawRoundedRect(rect(), kHeight / 2.0, kHeight / 2.0);
-    if (hasFocus()) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(qColor(Apperance::yellowColor()), 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), kHeight / 2.0 - 2, kHeight / 2.0 - 2);
+    if (showsFocusRing(*this)) {
+        paintFocusRing(painter, rect(), kHeight / 2.0);
     }
     painter.setPen(qColor(Apperance::appearanceBackgroundColor()));
     painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+void PillButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        click();
+        return;
+    }
+    QAbstractButton::keyPressEvent(event);
 }
 
 } // namespace exifcard

@@ -96,6 +96,7 @@ TEST_F(MBProgressHUDTest, ShowsTheIndicatorOfItsModeAndItsTexts) {
     EXPECT_EQ(disc->progress(), 0.25F);
 
     overlay->setMode(MBProgressHUDMode::DeterminateHorizontalBar);
+    EXPECT_EQ(overlay->accessibleName(), QStringLiteral("Loading")) << "as the indicator tells by itself";
     overlay->setLabelText("Downloading photos from iCloud :- 38.00%");
     overlay->setDetailsLabelText("Five of twelve photos are here by now, and the others will follow soon");
     for (const auto* const label : overlay->findChildren<QLabel*>()) {

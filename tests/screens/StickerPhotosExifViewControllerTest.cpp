@@ -19,7 +19,6 @@
 #include <QTest>
 
 #include <atomic>
-#include <thread>
 
 namespace exifcard {
 namespace {
@@ -41,14 +40,20 @@ public:
 class StallingDisk final : public AssetByteSource {
 public:
     std::optional<std::string> localFile(const AssetFile& file) const override {
-        while (isStalled) {
+        if (isStalled) {
             isAsked = true;
-            std::this_thread::yield();
+            const BlockingSection blocking;
+            isStalled.wait(true);
         }
         return file.root + "/" + file.path;
     }
     bool isElsewhere(const AssetFile&) const override { return false; }
     std::optional<PHError> bring(const AssetFile&, const Progress&) override { return std::nullopt; }
+
+    void answer() {
+        isStalled = false;
+        isStalled.notify_all();
+    }
 
     std::atomic<bool> isStalled = false;
     mutable std::atomic<bool> isAsked = false;
@@ -196,7 +201,7 @@ TEST_F(StickerPhotosExifViewControllerTest, SendsOtherPhotosWhileTheDiskOfOneDoe
     tap(*screen, {0, 0});
     EXPECT_EQ(outcomes.back().record, records[0]);
     EXPECT_EQ(field().size(), 1U);
-    disk->isStalled = false;
+    disk->answer();
     waitUntil([&] { return outcomes.size() == 2; });
     EXPECT_EQ(outcomes.back().record, records[1]);
 }

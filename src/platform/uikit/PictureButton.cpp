@@ -79,10 +79,16 @@ void PictureButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF content = contentRect();
+    const bool isFromRight = layoutDirection() == Qt::RightToLeft;
+    QRectF picture(0, 0, content.height(), content.height()); // Or its disc.
+    picture.moveTopLeft(content.topLeft());
+    if (isFromRight) {
+        picture.moveRight(content.right());
+    }
     const bool hasDisc = _look.discSide > 0;
     if (showsFocusRing(*this)) {
         const double out = kRingOutsideDisc;
-        const QRectF ring = hasDisc ? content.adjusted(-out, -out, out, out) : QRectF(rect());
+        const QRectF ring = hasDisc ? picture.adjusted(-out, -out, out, out) : QRectF(rect());
         paintFocusRing(painter, ring.intersected(QRectF(rect())),
             hasDisc ? _look.discSide / 2 + out : kFocusCornerRadius);
     }
@@ -90,13 +96,7 @@ void PictureButton::paintEvent(QPaintEvent*) {
     if (hasDisc) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(qColor(_look.discColor));
-        painter.drawEllipse(content);
-    }
-    const bool isFromRight = layoutDirection() == Qt::RightToLeft;
-    QRectF picture(0, 0, content.height(), content.height());
-    picture.moveTopLeft(content.topLeft());
-    if (isFromRight) {
-        picture.moveRight(content.right());
+        painter.drawEllipse(picture);
     }
     const double inset = (picture.width() - _look.pictureSide) / 2;
     paintPicture(painter, picture.topLeft() + QPointF(inset, inset));

@@ -20,7 +20,7 @@ public:
         /// In its place while the button is not checked; empty for the same.
         std::string uncheckedPicture = {};
         double pictureSide = 24;
-        UIColor color;       ///< Of picture and text.
+        UIColor color = {};  ///< Of picture and text.
         double discSide = 0; ///< 0 for no disc.
         UIColor discColor = {};
         Qt::Alignment place = Qt::AlignCenter; ///< Of disc, picture and text, in the direction of reading.
