@@ -25,8 +25,10 @@ constexpr double kBeforeText = 1;
 PictureButton::PictureButton(Look look, const QString& name, QWidget* parent)
     : QAbstractButton(parent)
     , _look(std::move(look)) {
-    setAccessibleName(name);
-    setToolTip(name);
+    if (!name.isEmpty()) { // The many badges of a grid have none.
+        setAccessibleName(name);
+        setToolTip(name);
+    }
     setFocusPolicy(Qt::StrongFocus);
     resize(sizeHint());
 }
