@@ -8,6 +8,8 @@ namespace {
 
 /// Addresses cost nothing. Some fifty photos.
 constexpr std::size_t kBatchSize = std::size_t(256) << 20U;
+/// The system lets a program map some 65,000 files in all.
+constexpr std::size_t kMostFiles = 64;
 /// A larger file is not worth the room.
 constexpr std::size_t kLargestFile = kBatchSize / 8;
 
@@ -37,7 +39,7 @@ std::shared_ptr<MappingBatch> MappingBatch::withRoomFor(std::size_t size) {
         return nullptr;
     }
     auto& batch = threadsBatch.batch;
-    if (!batch || wholePages(size) > kBatchSize - batch->_used) {
+    if (!batch || batch->_files == kMostFiles || wholePages(size) > kBatchSize - batch->_used) {
         batch = reserved();
     }
     return batch;
@@ -61,6 +63,7 @@ void* MappingBatch::map(int file, std::size_t size) {
         return nullptr;
     }
     _used += wholePages(size);
+    ++_files;
     return address;
 }
 

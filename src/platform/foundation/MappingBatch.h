@@ -37,7 +37,9 @@ private:
     static std::shared_ptr<MappingBatch> reserved();
 
     std::byte* _begin;
-    std::size_t _used = 0; ///< Bytes, in whole pages. For the thread of the use.
+    // For the thread of the use.
+    std::size_t _used = 0; ///< Bytes, in whole pages.
+    std::size_t _files = 0;
 };
 
 } // namespace exifcard

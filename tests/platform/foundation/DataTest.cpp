@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <numeric>
 #include <vector>
 
@@ -60,6 +62,21 @@ TEST(DataTest, FilesMappedInBatchesKeepTheirBytesAsLongAsTheyAreHeld) {
         EXPECT_FALSE(file.wasCutShort());
         ++number;
     }
+}
+
+TEST(DataTest, ManySmallFilesMappedInBatchesDoNotPileUp) {
+    const TemporaryHome home;
+    const std::string path = fileOfSize(home, 10);
+    const auto mappings = [] {
+        std::ifstream maps("/proc/self/maps");
+        return std::count(std::istreambuf_iterator<char>(maps), {}, '\n');
+    };
+    const MappingBatch::Use use;
+    const auto before = mappings();
+    for (int times = 0; times < 1000; ++times) {
+        ASSERT_TRUE(Data::mappedFileForEnds(path));
+    }
+    EXPECT_LT(mappings(), before + 100); // The system refuses more than some 65,000.
 }
 
 TEST(DataTest, MapsOnlyRegularFilesAndNeverWaits) {
