@@ -1,5 +1,7 @@
 #include "cli/OrderedPipeline.h"
 
+#include "platform/foundation/MappingBatch.h"
+
 #include <condition_variable>
 #include <cstddef>
 #include <mutex>
@@ -22,6 +24,7 @@ public:
 
     /// What each thread does, until there is no input left.
     void work() {
+        const MappingBatch::Use use;
         while (auto input = takeInput()) {
             deliver(input->number, _steps.work(input->name));
         }

@@ -112,7 +112,7 @@ std::unique_ptr<MappedFile> MappedFile::open(const std::string& path, Reading re
         return std::unique_ptr<MappedFile>(new MappedFile({}, -1, nullptr));
     }
     installHandler();
-    auto batch = reading == Reading::Ends ? MappingBatch::withRoomFor(size) : nullptr;
+    auto batch = MappingBatch::withRoomFor(size);
     void* const address = batch ? batch->map(file.number(), size)
                                 : mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
     if (address == nullptr || address == MAP_FAILED) {

@@ -10,7 +10,7 @@ namespace exifcard {
 /// of them would wait for the others most of the time.
 class MappingBatch {
 public:
-    /// While it lives, files whose ends this thread maps come into batches. A file stays mapped until the
+    /// While it lives, files that this thread maps come into batches. A file stays mapped until the
     /// others of its batch are dropped too, or shortly after the end of this.
     class Use {
     public:
