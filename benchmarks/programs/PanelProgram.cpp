@@ -44,6 +44,8 @@ namespace {
 constexpr int kLongestWait = 60'000;
 constexpr int kLook = 100;
 constexpr double kPicture = 900;
+/// The message, and the text that comes after it.
+constexpr std::size_t kPartsOfMessage = 2;
 
 bool runUntil(const std::function<bool()>& isSo) {
     QElapsedTimer time;
@@ -145,7 +147,7 @@ int send(MessagesWindow& window, int rounds) {
         taps.push_back(millisecondsOf([&] {
             QWidget& tile = *listOf(window)->visibleCells().front();
             sendClick(tile, tile.rect().center());
-            runUntil([&] { return !window.feed().pending().empty(); });
+            runUntil([&] { return window.feed().pending().size() == kPartsOfMessage; });
         }));
         bare.push_back(millisecondsOf([&] { decodeAndFit(*newest); }));
     }
