@@ -25,6 +25,7 @@
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIImageView.h"
+#include "platform/uivalues/UIScreen.h"
 #include "programs/ResidentMemory.h"
 #include "settings/FieldList.h"
 
@@ -44,6 +45,7 @@ namespace {
 constexpr int kLongestWait = 60'000;
 constexpr int kLook = 100;
 constexpr double kPicture = 900;
+constexpr double kScale = 2;
 /// The message, and the text that comes after it.
 constexpr std::size_t kPartsOfMessage = 2;
 
@@ -177,6 +179,7 @@ int main(int argumentCount, char** arguments) {
     using namespace exifcard;
     setFieldTest(isFieldKey);
     PHPhotoLibrary::grantForThisProcess();
+    UIScreen::setMainScreen({.scale = kScale}); // As the toolkit is told: --screen 390x844@2.
     UIApplication::prepare();
     QApplication application(argumentCount, arguments);
     UIApplication::start();
