@@ -1,6 +1,7 @@
 #include "hud/MBProgressHUD.h"
 
 #include "appearance/ThemeColors.h"
+#include "hud/FadeEffect.h"
 #include "hud/MBBarProgressView.h"
 #include "hud/MBRoundProgressView.h"
 #include "platform/foundation/LocalizedString.h"
@@ -12,7 +13,6 @@
 
 #include <QEvent>
 #include <QFont>
-#include <QGraphicsOpacityEffect>
 #include <QLabel>
 #include <QVariantAnimation>
 
@@ -145,7 +145,7 @@ void MBProgressHUD::hide(bool animated) {
     _isLeaving = true;
     setAttribute(Qt::WA_TransparentForMouseEvents); // What lies below can be used again at once.
     if (animated && isVisible()) {
-        const auto* const effect = qobject_cast<QGraphicsOpacityEffect*>(_box->graphicsEffect());
+        const auto* const effect = static_cast<const FadeEffect*>(_box->graphicsEffect());
         fade(effect ? effect->opacity() : 1, 0, /*isLeaving=*/true);
     } else {
         QWidget::hide();
@@ -154,11 +154,11 @@ void MBProgressHUD::hide(bool animated) {
 }
 
 void MBProgressHUD::fade(double from, double to, bool isLeaving) {
-    // The effect draws through a picture, so it has the box alone, and stays no longer than the fading. One
-    // that has not faded in yet keeps its picture.
-    auto* effect = qobject_cast<QGraphicsOpacityEffect*>(_box->graphicsEffect());
+    // The effect draws through a picture, so it has the box alone, and stays no longer than the fading. The
+    // box has no other.
+    auto* effect = static_cast<FadeEffect*>(_box->graphicsEffect());
     if (effect == nullptr) {
-        effect = new QGraphicsOpacityEffect(this);
+        effect = new FadeEffect(this);
         _box->setGraphicsEffect(effect);
     }
     qDeleteAll(effect->findChildren<QVariantAnimation*>());
