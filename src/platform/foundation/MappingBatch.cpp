@@ -9,7 +9,7 @@ namespace {
 /// Addresses cost nothing. Some fifty photos.
 constexpr std::size_t kBatchSize = std::size_t(256) << 20U;
 /// The system lets a program map some 65,000 files in all.
-constexpr std::size_t kMostFiles = 64;
+constexpr std::size_t kMostFiles = 16;
 /// A larger file is not worth the room.
 constexpr std::size_t kLargestFile = kBatchSize / 8;
 
