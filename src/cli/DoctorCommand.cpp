@@ -45,7 +45,7 @@ Finding catalogueFinding() {
     if (const auto error = catalogue->error()) {
         return {"catalogue", *error, "run exifcard import on your folders: it begins the catalogue anew"};
     }
-    const auto database = catalogue->connections().reader();
+    const auto database = catalogue->connections().reader(CatalogueConnections::Failures::ToldByCaller);
     auto check = database->query("PRAGMA quick_check(1)");
     const std::string answer = check.step() ? check.text(0).value_or("") : "cannot be checked";
     if (answer != "ok") {

@@ -18,11 +18,13 @@ constexpr std::size_t kMostIdleConnections = 4;
 } // namespace
 
 struct CatalogueConnections::Pool {
-    explicit Pool(const std::string& home)
-        : folder(home)
+    Pool(const std::string& home, std::chrono::milliseconds wait)
+        : longestWait(wait)
+        , folder(home)
         , file(home + "/library.sqlite")
         , backup(home + "/library-backup.sqlite") {}
 
+    const std::chrono::milliseconds longestWait;
     const std::string folder;
     const std::string file;
     const std::string backup;
@@ -31,7 +33,7 @@ struct CatalogueConnections::Pool {
     std::vector<std::unique_ptr<SQLiteDatabase>> idle; // Guarded by mutex; all of the file of `number`.
     std::uint64_t number = 0;                          // Guarded by mutex.
     bool isDamaged = false;                            // Guarded by mutex.
-    std::optional<std::string> error;                  // Guarded by mutex.
+    std::optional<std::string> loggedFailure;          // Guarded by mutex; until something has worked again.
 
     /// An idle connection, or null.
     std::unique_ptr<SQLiteDatabase> takeIdle() {
@@ -48,18 +50,18 @@ struct CatalogueConnections::Pool {
         return database;
     }
 
-    void takeBack(std::unique_ptr<SQLiteDatabase> database) {
+    void takeBack(std::unique_ptr<SQLiteDatabase> database, Failures failures) {
         database->rollBack();
         const std::scoped_lock lock(mutex);
         if (database->hasFailed()) {
             isDamaged = isDamaged || database->isDamaged();
-            if (error != database->error()) {
+            if (failures == Failures::Logged && loggedFailure != database->error()) {
                 errorLog(*database->error());
+                loggedFailure = database->error();
             }
-            error = database->error();
             return;
         }
-        error.reset();
+        loggedFailure.reset();
         if (idle.size() < kMostIdleConnections && fileNumberOf(file) == number) {
             idle.push_back(std::move(database));
         }
@@ -75,15 +77,20 @@ struct CatalogueConnections::Pool {
         return number;
     }
 
+    std::unique_ptr<SQLiteDatabase> openFile() const {
+        return std::make_unique<SQLiteDatabase>(
+            file, catalogueMigrations(), Durability::Lasting, longestWait);
+    }
+
     std::unique_ptr<SQLiteDatabase> open() {
         if (const std::uint64_t damaged = takeDamage(); damaged != 0) {
             restoreCatalogue(file, backup, damaged);
         }
-        auto database = std::make_unique<SQLiteDatabase>(file, catalogueMigrations());
+        auto database = openFile();
         if (database->isDamaged()) {
             database.reset();
             restoreCatalogue(file, backup, fileNumberOf(file));
-            database = std::make_unique<SQLiteDatabase>(file, catalogueMigrations());
+            database = openFile();
         }
         const std::scoped_lock lock(mutex);
         number = fileNumberOf(file);
@@ -91,12 +98,13 @@ struct CatalogueConnections::Pool {
     }
 };
 
-CatalogueConnections::CatalogueConnections(std::string folder) : _pool(std::make_shared<Pool>(folder)) {
+CatalogueConnections::CatalogueConnections(std::string folder, std::chrono::milliseconds longestWait)
+    : _pool(std::make_shared<Pool>(std::move(folder), longestWait)) {
 }
 
 CatalogueConnections::~CatalogueConnections() = default;
 
-CatalogueConnections::DatabasePtr CatalogueConnections::lease(bool mayCreate) {
+CatalogueConnections::DatabasePtr CatalogueConnections::lease(bool mayCreate, Failures failures) {
     auto database = _pool->takeIdle();
     if (!database) {
         const bool isThere = ::access(_pool->file.c_str(), F_OK) == 0;
@@ -110,27 +118,22 @@ CatalogueConnections::DatabasePtr CatalogueConnections::lease(bool mayCreate) {
         }
         database = _pool->open();
     }
-    return {database.release(), [pool = _pool](SQLiteDatabase* returned) {
-                pool->takeBack(std::unique_ptr<SQLiteDatabase>(returned));
+    return {database.release(), [pool = _pool, failures](SQLiteDatabase* returned) {
+                pool->takeBack(std::unique_ptr<SQLiteDatabase>(returned), failures);
             }};
 }
 
-CatalogueConnections::DatabasePtr CatalogueConnections::reader() {
-    return lease(/*mayCreate=*/false);
+CatalogueConnections::DatabasePtr CatalogueConnections::reader(Failures failures) {
+    return lease(/*mayCreate=*/false, failures);
 }
 
 CatalogueConnections::DatabasePtr CatalogueConnections::writer() {
-    return lease(/*mayCreate=*/true);
+    return lease(/*mayCreate=*/true, Failures::ToldByCaller);
 }
 
 void CatalogueConnections::writeBackup() {
     const std::scoped_lock lock(_backupMutex);
     writeCatalogueBackup(_pool->file, _pool->backup);
-}
-
-std::optional<std::string> CatalogueConnections::error() const {
-    const std::scoped_lock lock(_pool->mutex);
-    return _pool->error;
 }
 
 } // namespace exifcard

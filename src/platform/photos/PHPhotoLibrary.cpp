@@ -64,6 +64,9 @@ void PHPhotoLibrary::performChanges(std::function<void()> changeBlock, Completio
     changeQueue().addOperationWithBlock(
         [changeBlock = std::move(changeBlock), completionHandler = std::move(completionHandler)] {
             auto error = perform(changeBlock);
+            if (error && error->code == PHErrorCode::InternalError && !completionHandler) {
+                errorLog(error->localizedDescription);
+            }
             if (completionHandler) {
                 DispatchQueue::globalQueue().async([completionHandler, error = std::move(error)] {
                     completionHandler(!error.has_value(), error);

@@ -1,6 +1,7 @@
 #include "platform/photos/PhotoCatalogue.h"
 
 #include "platform/foundation/FilePaths.h"
+#include "platform/foundation/Log.h"
 #include "platform/photos/CatalogueConnections.h"
 #include "platform/photos/CatalogueTransaction.h"
 #include "platform/photos/CatalogueWatcher.h"
@@ -45,13 +46,14 @@ void PhotoCatalogue::setShared(std::shared_ptr<PhotoCatalogue> catalogue) {
     shared.catalogue.swap(catalogue); // The old one ends without the lock.
 }
 
-std::shared_ptr<PhotoCatalogue> PhotoCatalogue::inFolder(std::string folder) {
-    return std::shared_ptr<PhotoCatalogue>(new PhotoCatalogue(std::move(folder)));
+std::shared_ptr<PhotoCatalogue> PhotoCatalogue::inFolder(
+    std::string folder, std::chrono::milliseconds longestWait) {
+    return std::shared_ptr<PhotoCatalogue>(new PhotoCatalogue(std::move(folder), longestWait));
 }
 
-PhotoCatalogue::PhotoCatalogue(std::string folder)
+PhotoCatalogue::PhotoCatalogue(std::string folder, std::chrono::milliseconds longestWait)
     : _folder(std::move(folder))
-    , _connections(std::make_unique<CatalogueConnections>(_folder))
+    , _connections(std::make_unique<CatalogueConnections>(_folder, longestWait))
     , _watcher(std::make_unique<CatalogueWatcher>())
     , _sources(std::make_unique<Sources>()) {
     _sources->byKind.emplace("folder", std::make_shared<LocalFolderByteSource>());
@@ -60,7 +62,7 @@ PhotoCatalogue::PhotoCatalogue(std::string folder)
 PhotoCatalogue::~PhotoCatalogue() = default;
 
 std::optional<std::string> PhotoCatalogue::error() {
-    if (const auto database = _connections->reader()) {
+    if (const auto database = _connections->reader(CatalogueConnections::Failures::ToldByCaller)) {
         lastChange(*database);
         return database->error();
     }
@@ -77,6 +79,9 @@ void PhotoCatalogue::finishRebuild() {
     CatalogueTransaction transaction(shared_from_this(), database);
     database->execute("DELETE FROM state WHERE name = 'rebuild'");
     transaction.commit();
+    if (database->hasFailed()) {
+        errorLog(*database->error());
+    }
 }
 
 void PhotoCatalogue::setByteSource(std::string_view kind, std::shared_ptr<AssetByteSource> source) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/sqlite/SQLiteDatabase.h"
+
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -28,7 +31,9 @@ public:
     /// Null: the data folder's again, opened when it is next wanted.
     static void setShared(std::shared_ptr<PhotoCatalogue> catalogue);
     /// The catalogue of a folder, which is made when something is first written.
-    static std::shared_ptr<PhotoCatalogue> inFolder(std::string folder);
+    /// @param longestWait  For other programs that write.
+    static std::shared_ptr<PhotoCatalogue> inFolder(
+        std::string folder, std::chrono::milliseconds longestWait = SQLiteDatabase::kLongestWait);
 
     ~PhotoCatalogue();
     PhotoCatalogue(const PhotoCatalogue&) = delete;
@@ -36,7 +41,8 @@ public:
 
     const std::string& folder() const { return _folder; }
     std::string file() const { return _folder + "/library.sqlite"; }
-    /// Why it cannot be read now: one sentence with the file and the cause. Blocks.
+    /// Why it cannot be read now: one sentence with the file and the cause, for the
+    /// caller to tell. Blocks.
     std::optional<std::string> error();
 
     /// Whether it was begun anew in place of one that is lost, and its roots are still to be read again.
@@ -54,7 +60,7 @@ public:
     CatalogueWatcher& watcher() { return *_watcher; }
 
 private:
-    explicit PhotoCatalogue(std::string folder);
+    PhotoCatalogue(std::string folder, std::chrono::milliseconds longestWait);
 
     struct Sources;
     const std::string _folder;

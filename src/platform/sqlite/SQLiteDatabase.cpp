@@ -17,8 +17,6 @@
 namespace exifcard {
 namespace {
 
-/// How long a program waits for another one that writes.
-constexpr int kLongestWaitInMilliseconds = 10'000;
 /// The longest text or row that is read or written; a damaged length cannot ask for more.
 constexpr int kLongestValueInBytes = 16 << 20;
 
@@ -259,16 +257,18 @@ bool SQLiteStatement::isNull(int column) const {
     return sqlite3_column_type(_handle->get(), column) == SQLITE_NULL;
 }
 
-SQLiteDatabase::SQLiteDatabase(
-    std::string path, std::span<const char* const> migrations, Durability durability)
+SQLiteDatabase::SQLiteDatabase(std::string path,
+    std::span<const char* const> migrations,
+    Durability durability,
+    std::chrono::milliseconds longestWait)
     : _path(std::move(path)) {
-    open(durability);
+    open(durability, longestWait);
     migrate(migrations, durability);
 }
 
 SQLiteDatabase::~SQLiteDatabase() = default;
 
-void SQLiteDatabase::open(Durability durability) {
+void SQLiteDatabase::open(Durability durability, std::chrono::milliseconds longestWait) {
     makePrivateFile(_path);
     _connection = std::make_unique<Connection>(_path);
     if (const int code = sqlite3_errcode(_connection->get()); code != SQLITE_OK) {
@@ -276,7 +276,7 @@ void SQLiteDatabase::open(Durability durability) {
         return;
     }
     sqlite3_extended_result_codes(_connection->get(), 1);
-    sqlite3_busy_timeout(_connection->get(), kLongestWaitInMilliseconds);
+    sqlite3_busy_timeout(_connection->get(), static_cast<int>(longestWait.count()));
     _connection->distrustSchema();
     if (durability == Durability::Lasting) {
         execute("PRAGMA synchronous = FULL");

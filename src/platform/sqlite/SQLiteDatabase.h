@@ -3,6 +3,7 @@
 #include "platform/foundation/FilePaths.h"
 #include "platform/foundation/Value.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
@@ -56,22 +57,26 @@ private:
 /// run of calls needs one look at `error` at its end.
 class SQLiteDatabase {
 public:
+    /// Long enough for another program's batch on a slow disk.
+    static constexpr std::chrono::milliseconds kLongestWait = std::chrono::seconds(10);
+
     /// Opens the file, or makes it for its owner only.
     /// @param migrations  What turns version n into n + 1 at index n; a new file is
     ///                    version 0. A file of a later version than there are is left
     ///                    alone, and so is one that is no database. In a folder that
     ///                    nobody can write to, the file is only read.
     /// @param durability  Replaceable: for a copy that is made at one go, without companions and unsynced.
-    /// After a
-    ///                    power cut it may be damaged, so it is to be synced before it is used for anything.
+    ///                    After a power cut it may be damaged, so it is to be synced before it is used.
+    /// @param longestWait For another program that writes, each time.
     SQLiteDatabase(std::string path,
         std::span<const char* const> migrations,
-        Durability durability = Durability::Lasting);
+        Durability durability = Durability::Lasting,
+        std::chrono::milliseconds longestWait = kLongestWait);
     ~SQLiteDatabase();
     SQLiteDatabase(const SQLiteDatabase&) = delete;
     SQLiteDatabase& operator=(const SQLiteDatabase&) = delete;
 
-    /// Waits for other programs that write, up to ten seconds, and begins a
+    /// Waits for other programs that write, and begins a
     /// transaction. Without a `commit` it is rolled back with the database.
     void beginImmediate();
     void commit();
@@ -104,7 +109,7 @@ private:
     friend class SQLiteStatement;
     class Connection;
 
-    void open(Durability durability);
+    void open(Durability durability, std::chrono::milliseconds longestWait);
     void migrate(std::span<const char* const> migrations, Durability durability);
     std::int64_t schemaVersion();
     void failWithCode(int code);
