@@ -60,6 +60,10 @@ ExitStatus importFolders(const ImportOptions& options, Session& session) {
     if (options.isDryRun) {
         const ImportPlan plan = importer.plan(folders);
         progress.clear();
+        if (plan.error) {
+            session.fail(*plan.error);
+            return session.status();
+        }
         return showPlan(plan, session);
     }
     const ImportReport report = importer.importTrees(std::move(folders));

@@ -158,6 +158,35 @@ class ImportTest(LibraryTest):
         away.rename(self.photos)
         self.assertEqual(self.take_in(), {})
 
+    def test_a_drive_below_the_folder_that_is_not_mounted_forgets_nothing(self):
+        self.put("canon-6d-elephants.jpg", "drive/card/a.jpg")
+        self.put("leica-q2.jpg", "drive/b.jpg")
+        self.put("mwg.jpg", "c.jpg")
+        self.put("nikon-d1.nef", "d.nef")
+        self.take_in()
+        database = sqlite3.connect(self.home / "data" / "exifcard" / "library.sqlite")
+        with database:  # As it is when a drive was mounted there.
+            database.execute("UPDATE folders SET is_mount_point = 1 WHERE path = CAST('drive' AS BLOB)")
+        database.close()
+        drive = self.photos / "drive"
+        away = drive.rename(self.home / "away")
+        (self.photos / "c.jpg").unlink()
+        for is_there in (True, False):
+            with self.subTest(is_there=is_there):
+                if is_there:
+                    drive.mkdir()
+                result = self.run_exifcard("import", str(self.photos))
+                self.assertEqual((result.status, result.error_lines), (1, [
+                    f"exifcard: cannot read {drive}: is not mounted; what the library holds of it is kept"]))
+                self.assertEqual([asset["file"] for asset in self.answer("list")].count(None), 2)
+                if is_there:
+                    drive.rmdir()
+        away.rename(drive)
+        self.assertEqual(self.take_in(), {})
+        # It is a folder as any other from now on.
+        shutil.rmtree(drive)
+        self.assertEqual(self.take_in(), {"vanished": 2})
+
     def test_bad_files_are_told_and_the_rest_comes_in(self):
         self.put("canon-6d-elephants.jpg", "good.jpg")
         outside = self.home / "outside"

@@ -26,7 +26,8 @@ struct LibraryRoot {
 struct LibraryFolder {
     std::int64_t number = 0;
     std::int64_t root = 0;
-    std::string path; ///< Below the root: "2024/05", empty for the root itself; bytes.
+    std::string path;          ///< Below the root: "2024/05", empty for the root itself; bytes.
+    bool isMountPoint = false; ///< Of a drive, when it was last looked at.
 };
 
 /// The type of a file that belongs to an asset but is none of its resources: what an editor wrote beside it.

@@ -121,6 +121,10 @@ CREATE TABLE album_assets (
 ) WITHOUT ROWID;
 CREATE UNIQUE INDEX albums_of_asset ON album_assets (asset, album);
 )sql",
+    R"sql(
+-- Whether a drive of its own was mounted there when the folder was last looked at.
+ALTER TABLE folders ADD COLUMN is_mount_point INTEGER NOT NULL DEFAULT 0;
+)sql",
 };
 
 } // namespace

@@ -184,9 +184,10 @@ void CatalogueWriter::removeRoot(std::int64_t root) {
 std::vector<LibraryFolder> CatalogueWriter::foldersOfRoot(std::int64_t root) {
     std::vector<LibraryFolder> folders;
     auto query = _implementation->database->query(
-        "SELECT id, root, path FROM folders WHERE root = ? ORDER BY path", {root});
+        "SELECT id, root, path, is_mount_point FROM folders WHERE root = ? ORDER BY path", {root});
     while (query.step()) {
-        folders.push_back({query.integer(0), query.integer(1), query.text(2).value_or("")});
+        folders.push_back(
+            {query.integer(0), query.integer(1), query.text(2).value_or(""), query.integer(3) != 0});
     }
     return folders;
 }
@@ -200,6 +201,12 @@ std::int64_t CatalogueWriter::storeFolder(std::int64_t root, std::string_view pa
     writer.willChange();
     writer.run("INSERT OR IGNORE INTO folders (root, path) VALUES (?, ?)", {root, bytesValue(path)});
     return writer.number(kNumber, {root, bytesValue(path)});
+}
+
+void CatalogueWriter::markMountPoint(std::int64_t folder, bool isMountPoint) {
+    _implementation->willChange();
+    _implementation->run(
+        "UPDATE folders SET is_mount_point = ? WHERE id = ?", {isMountPoint ? 1 : 0, folder});
 }
 
 void CatalogueWriter::removeFolder(std::int64_t folder) {

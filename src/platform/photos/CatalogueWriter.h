@@ -45,6 +45,8 @@ public:
     std::vector<LibraryFolder> foldersOfRoot(std::int64_t root);
     /// The number of that folder, which is added when it is new.
     std::int64_t storeFolder(std::int64_t root, std::string_view path);
+    /// Remembers whether a drive of its own is mounted on the folder.
+    void markMountPoint(std::int64_t folder, bool isMountPoint);
     /// Forgets the folder, and its album. Its assets are to be moved or marked first; those left vanish.
     void removeFolder(std::int64_t folder);
     /// Shows what lies in the folder, without those in it, as an album of that title.

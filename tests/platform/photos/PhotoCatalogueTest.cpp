@@ -194,8 +194,61 @@ TEST_F(PhotoCatalogueTest, LeavesALibraryOfANewerProgramAlone) {
     EXPECT_EQ(PHAsset::fetchAssetsWithOptions()->count(), 0U);
     ASSERT_TRUE(catalogue()->error().has_value());
     EXPECT_NE(catalogue()->error()->find("newer version"), std::string::npos);
-    tamper("PRAGMA user_version = 1");
+    tamper(fmt::format("PRAGMA user_version = {}", catalogueMigrations().size()));
     EXPECT_EQ(PHAsset::fetchAssetsWithOptions()->count(), 2U);
+}
+
+TEST_F(PhotoCatalogueTest, AFailureIsToldByWhoAskedOrWritesAndElseLoggedOnce) {
+    fill();
+    reopen();
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(file().c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(
+        sqlite3_exec(other, "PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE", nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    PhotoCatalogue::setShared(PhotoCatalogue::inFolder(file().parent_path(), std::chrono::milliseconds(1)));
+    const std::string failure =
+        file().string() + " is in use by another program; try again (database is locked)";
+    EXPECT_EQ(catalogue()->error(), failure);
+    EXPECT_EQ(CatalogueWriter(catalogue()).error(), failure);
+    EXPECT_EQ(lines, std::vector<std::string>());
+    EXPECT_EQ(PHAsset::fetchAssetsWithOptions()->count(), 0U);
+    EXPECT_EQ(assetNamed("a.jpg"), nullptr);
+    EXPECT_EQ(lines, std::vector{failure});
+    sqlite3_close(other);
+    EXPECT_NE(assetNamed("a.jpg"), nullptr);
+}
+
+TEST_F(PhotoCatalogueTest, AFavouriteThatCannotBeStoredIsLoggedWhereNobodyAsks) {
+    fill();
+    const PHAssetPtr asset = assetNamed("a.jpg");
+    tamper("PRAGMA user_version = 1000");
+    reopen();
+    PHPhotoLibrary::sharedPhotoLibrary().performChanges(
+        [&asset] { PHAssetChangeRequest::changeRequestForAsset(*asset).setFavorite(false); }, nullptr);
+    const auto error = PHPhotoLibrary::sharedPhotoLibrary().performChangesAndWait(
+        [&asset] { PHAssetChangeRequest::changeRequestForAsset(*asset).setFavorite(false); });
+    ASSERT_TRUE(error.has_value());
+    EXPECT_EQ(lines, std::vector{error->localizedDescription});
+}
+
+TEST_F(PhotoCatalogueTest, TakesOverACatalogueAndABackupOfTheFirstVersion) {
+    fill();
+    reopen();
+    tamper("ALTER TABLE folders DROP COLUMN is_mount_point; PRAGMA user_version = 1");
+    const fs::path backup = file().parent_path() / "library-backup.sqlite";
+    fs::copy_file(file(), backup, fs::copy_options::overwrite_existing);
+    EXPECT_TRUE(assetNamed("a.jpg") && assetNamed("a.jpg")->isFavorite);
+    {
+        CatalogueWriter writer(catalogue());
+        EXPECT_FALSE(writer.foldersOfRoot(root).front().isMountPoint);
+        writer.markMountPoint(folder, true);
+    }
+    catalogue()->connections().writeBackup();
+    fs::remove(file());
+    reopen();
+    EXPECT_TRUE(CatalogueWriter(catalogue()).foldersOfRoot(root).front().isMountPoint);
+    EXPECT_EQ(lines, std::vector<std::string>());
 }
 
 TEST_F(PhotoCatalogueTest, TakesNoHarmFromHostileValues) {

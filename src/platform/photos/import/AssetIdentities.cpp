@@ -118,8 +118,9 @@ bool AssetIdentities::liesInItsPlace(const CatalogueFile& file) const {
 
 /// A file of a drive that is unplugged is not gone: what is found elsewhere is a copy of it.
 bool AssetIdentities::isUnplugged(const CatalogueFile& file) const {
-    const LibraryRoot* const root = _places.rootOf(_places.pathOf(file.folder));
-    return root != nullptr && !file.isVanished && !isFolderThere(root->path);
+    const std::string folder = _places.pathOf(file.folder);
+    const LibraryRoot* const root = _places.rootOf(folder);
+    return root != nullptr && !file.isVanished && (!isFolderThere(root->path) || _places.isAway(folder));
 }
 
 void AssetIdentities::takeWholeFingerprint(CatalogueFile& file) {

@@ -57,6 +57,14 @@ bool isFolderThere(const std::string& path) {
     return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+bool isMountPoint(const std::string& path) {
+    struct statx status {};
+    // A network drive that does not answer shall not hold up an import for this alone.
+    constexpr int kFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
+    return statx(AT_FDCWD, path.c_str(), kFlags, STATX_TYPE, &status) == 0 &&
+           (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
 /// Reads the entries of one folder.
 class FolderScan::Listing {
 public:
@@ -71,6 +79,7 @@ public:
     }
 
     ScannedFolder read() {
+        _found.isMountPoint = isMountPoint(_pending.path);
         while (const dirent* const entry = nextEntry()) {
             add(*entry);
         }

@@ -72,6 +72,7 @@ ImportPlanner::ImportPlanner(CatalogueWriter* writer,
 }
 
 void ImportPlanner::addTree(const std::string& folder) {
+    tellDrivesAway(folder);
     std::vector<std::string> seen;
     if (!isGone(folder)) {
         FolderScan scan(folder, _onProblem);
@@ -91,12 +92,24 @@ void ImportPlanner::addTree(const std::string& folder) {
 /// A root with nothing at all in it, of which something is known.
 bool ImportPlanner::isPlaceOfUnpluggedDrive(const std::string& folder) const {
     const LibraryRoot* const root = _places.rootOf(folder);
-    const auto hasFiles = [this](const std::string& known) {
+    return root != nullptr && root->path == folder && holdsFilesBelow(folder);
+}
+
+bool ImportPlanner::holdsFilesBelow(const std::string& folder) const {
+    return std::ranges::any_of(_places.foldersBelow(folder), [this](const std::string& known) {
         return std::ranges::any_of(_writer->filesInFolder(_places.numberOf(known)),
             [](const CatalogueFile& file) { return !file.isVanished; });
-    };
-    return root != nullptr && root->path == folder &&
-           std::ranges::any_of(_places.foldersBelow(folder), hasFiles);
+    });
+}
+
+/// The root itself is told where it is found empty or missing.
+void ImportPlanner::tellDrivesAway(const std::string& folder) const {
+    for (const std::string& place : _places.mountPointsAway(folder)) {
+        const LibraryRoot* const root = _places.rootOf(place);
+        if (root != nullptr && root->path != place && holdsFilesBelow(place)) {
+            _onProblem({place, "is not mounted; what the library holds of it is kept"});
+        }
+    }
 }
 
 void ImportPlanner::addFolder(const std::string& folder) {
@@ -112,8 +125,11 @@ void ImportPlanner::compare(ScannedFolder scanned) {
     const std::int64_t number = _places.numberOf(scanned.path);
     const FolderComparison comparison(
         number != 0 ? _writer->filesInFolder(number) : std::vector<CatalogueFile>(), scanned);
-    for (const CatalogueFile& file : comparison.missing()) {
-        _plan.missing.push_back({scanned.path, file});
+    if (!_places.isAway(scanned.path)) {
+        for (const CatalogueFile& file : comparison.missing()) {
+            _plan.missing.push_back({scanned.path, file});
+        }
+        compareMountPoint(scanned);
     }
     const std::size_t groupCount = _plan.groups.size();
     for (FileGroup& group : groupsOfFiles(std::move(scanned.files))) {
@@ -132,6 +148,15 @@ void ImportPlanner::compare(ScannedFolder scanned) {
     }
 }
 
+void ImportPlanner::compareMountPoint(const ScannedFolder& scanned) {
+    const bool isKnown = _places.isKnownMountPoint(scanned.path);
+    if (scanned.isMountPoint && !isKnown) {
+        _plan.mountPoints.push_back(scanned.path);
+    } else if (isKnown && scanned.isWhole && !scanned.isMountPoint) {
+        _plan.formerMountPoints.push_back(scanned.path);
+    }
+}
+
 void ImportPlanner::addGroup(FileGroup group, bool isNew) {
     _plan.fileCount += group.files.size();
     _plan.sizeInBytes += group.sizeInBytes();
@@ -140,7 +165,7 @@ void ImportPlanner::addGroup(FileGroup group, bool isNew) {
 
 void ImportPlanner::addGoneFolders(const std::string& tree, const std::vector<std::string>& seen) {
     for (const std::string& folder : _places.foldersBelow(tree)) {
-        if (std::ranges::binary_search(seen, folder) || !isGone(folder)) {
+        if (std::ranges::binary_search(seen, folder) || !isGone(folder) || _places.isAway(folder)) {
             continue;
         }
         for (CatalogueFile& file : _writer->filesInFolder(_places.numberOf(folder))) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,10 +35,13 @@ struct ImportPlan {
     std::vector<std::string> folders; ///< Those with something to read; absolute paths.
     std::vector<PlannedGroup> groups;
     std::vector<MissingFile> missing;
-    std::vector<std::string> goneFolders; ///< Known ones that are no longer there.
-    std::size_t fileCount = 0;            ///< Files to read, without sidecars.
-    std::int64_t sizeInBytes = 0;         ///< Of these.
-    std::size_t unchangedCount = 0;       ///< Files that are as they were.
+    std::vector<std::string> goneFolders;       ///< Known ones that are no longer there.
+    std::vector<std::string> mountPoints;       ///< Folders on which a drive is mounted that was not known.
+    std::vector<std::string> formerMountPoints; ///< Folders that lie no longer on a drive of their own.
+    std::size_t fileCount = 0;                  ///< Files to read, without sidecars.
+    std::int64_t sizeInBytes = 0;               ///< Of these.
+    std::size_t unchangedCount = 0;             ///< Files that are as they were.
+    std::optional<std::string> error = std::nullopt; ///< Why the library could not be asked: one sentence.
 };
 
 /// Compares folders with what the library knows of them. Opens no file. For the thread of the writer.
@@ -59,7 +63,10 @@ public:
 
 private:
     bool isPlaceOfUnpluggedDrive(const std::string& folder) const;
+    bool holdsFilesBelow(const std::string& folder) const;
     void compare(ScannedFolder scanned);
+    void compareMountPoint(const ScannedFolder& scanned);
+    void tellDrivesAway(const std::string& folder) const;
     void addGoneFolders(const std::string& tree, const std::vector<std::string>& seen);
     void addGroup(FileGroup group, bool isNew);
 

@@ -91,7 +91,9 @@ ImportPlan Importer::plan(const std::vector<std::string>& folders) {
     for (const std::string& folder : outermost(folders)) {
         addTree(planner, places, folder);
     }
-    return planner.take();
+    ImportPlan plan = planner.take();
+    plan.error = writer ? writer->error() : std::nullopt;
+    return plan;
 }
 
 ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlaces&)>& choose) {
@@ -104,14 +106,20 @@ ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlace
     }
     CatalogueWriter writer(_catalogue);
     LibraryPlaces places(&writer);
+    if (writer.error()) {
+        return {.error = writer.error()};
+    }
     ImportPlanner planner = plannerFor(&writer, places);
     choose(planner, places);
     const ImportPlan plan = planner.take();
+    noteMountPoints(plan, places);
     AssetStore store(writer, places);
     readAndStore(plan, store, writer);
     store.forget(missingForSure(plan, places));
     for (const std::string& folder : plan.goneFolders) {
-        places.remove(folder);
+        if (!places.isAway(folder)) {
+            places.remove(folder);
+        }
     }
     writer.commit();
     if (!writer.error() && std::exchange(_isRebuilding, false)) {
@@ -121,6 +129,15 @@ ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlace
         .unchangedFiles = plan.unchangedCount,
         .problems = _problems,
         .error = writer.error()};
+}
+
+void Importer::noteMountPoints(const ImportPlan& plan, LibraryPlaces& places) {
+    for (const std::string& folder : plan.mountPoints) {
+        places.noteMountPoint(folder, true);
+    }
+    for (const std::string& folder : plan.formerMountPoints) {
+        places.noteMountPoint(folder, false);
+    }
 }
 
 ImportPlanner Importer::plannerFor(CatalogueWriter* writer, const LibraryPlaces& places) {
@@ -171,7 +188,8 @@ std::vector<MissingFile> Importer::missingForSure(const ImportPlan& plan, const 
     std::vector<MissingFile> missing = plan.missing;
     std::erase_if(missing, [&](const MissingFile& file) {
         const LibraryRoot* const root = places.rootOf(file.folder);
-        return root == nullptr || !isFolderThere(root->path) || !isGone(file.folder + "/" + file.file.name);
+        return root == nullptr || !isFolderThere(root->path) || places.isAway(file.folder) ||
+               !isGone(file.folder + "/" + file.file.name);
     });
     return missing;
 }

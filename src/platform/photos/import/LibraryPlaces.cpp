@@ -1,8 +1,13 @@
 #include "platform/photos/import/LibraryPlaces.h"
 
 #include "platform/photos/CatalogueWriter.h"
+#include "platform/photos/import/ScannedFile.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <system_error>
+#include <utility>
 
 namespace exifcard {
 namespace {
@@ -12,6 +17,12 @@ constexpr std::string_view kFolderKind = "folder"; // Roots of other kinds lie e
 std::string pathBelow(std::string_view folder, const LibraryRoot& root) {
     return folder.size() == root.path.size() ? std::string()
                                              : std::string(folder.substr(root.path.size() + 1));
+}
+
+/// What lies in the place of a drive without being mounted is what the library shall hold now.
+bool isDriveAway(const std::string& place) {
+    std::error_code error;
+    return !isMountPoint(place) && (std::filesystem::is_empty(place, error) || error);
 }
 
 } // namespace
@@ -29,7 +40,11 @@ LibraryPlaces::LibraryPlaces(CatalogueWriter* writer) : _writer(writer) {
     std::erase_if(_roots, [](const LibraryRoot& root) { return root.kind != kFolderKind; });
     for (const LibraryRoot& root : _roots) {
         for (const LibraryFolder& folder : _writer->foldersOfRoot(root.number)) {
-            add(folder.path.empty() ? root.path : root.path + "/" + folder.path, folder.number);
+            std::string path = folder.path.empty() ? root.path : root.path + "/" + folder.path;
+            add(path, folder.number);
+            if (folder.isMountPoint) {
+                _mountPoints.insert(std::move(path));
+            }
         }
     }
 }
@@ -51,6 +66,33 @@ void LibraryPlaces::addRoot(const std::string& folder) {
     }
 }
 
+void LibraryPlaces::noteMountPoint(const std::string& folder, bool isMountPoint) {
+    const LibraryRoot* const root = rootOf(folder);
+    if (root == nullptr || isMountPoint == isKnownMountPoint(folder)) {
+        return;
+    }
+    if (isMountPoint) {
+        _mountPoints.insert(folder);
+    } else {
+        _mountPoints.erase(folder);
+    }
+    storeIn(*root, folder);
+    _writer->markMountPoint(numberOf(folder), isMountPoint);
+}
+
+bool LibraryPlaces::isAway(std::string_view folder) const {
+    return std::ranges::any_of(_mountPoints,
+        [folder](const std::string& place) { return isWithin(folder, place) && isDriveAway(place); });
+}
+
+std::vector<std::string> LibraryPlaces::mountPointsAway(std::string_view folder) const {
+    std::vector<std::string> away;
+    std::ranges::copy_if(_mountPoints, std::back_inserter(away), [folder](const std::string& place) {
+        return (isWithin(place, folder) || isWithin(folder, place)) && isDriveAway(place);
+    });
+    return away;
+}
+
 std::int64_t LibraryPlaces::numberOf(const std::string& folder) const {
     const auto known = _numbers.find(folder);
     return known == _numbers.end() ? 0 : known->second;
@@ -61,9 +103,7 @@ std::int64_t LibraryPlaces::store(const std::string& folder) {
     if (root == nullptr || !_stored.insert(folder).second) {
         return numberOf(folder);
     }
-    if (numberOf(folder) == 0) {
-        add(folder, _writer->storeFolder(root->number, pathBelow(folder, *root)));
-    }
+    storeIn(*root, folder);
     const std::size_t slash = folder.rfind('/');
     _writer->showFolderAsAlbum(numberOf(folder), std::string_view(folder).substr(slash + 1));
     return numberOf(folder);
@@ -92,6 +132,12 @@ std::vector<std::string> LibraryPlaces::foldersBelow(std::string_view folder) co
     }
     std::ranges::sort(folders);
     return folders;
+}
+
+void LibraryPlaces::storeIn(const LibraryRoot& root, const std::string& folder) {
+    if (numberOf(folder) == 0) {
+        add(folder, _writer->storeFolder(root.number, pathBelow(folder, root)));
+    }
 }
 
 void LibraryPlaces::add(const std::string& folder, std::int64_t number) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -29,6 +30,15 @@ public:
     /// Makes the folder a root unless it lies in one.
     void addRoot(const std::string& folder);
 
+    /// Remembers whether a drive is mounted on a folder of the library.
+    void noteMountPoint(const std::string& folder, bool isMountPoint);
+    bool isKnownMountPoint(const std::string& folder) const { return _mountPoints.contains(folder); }
+    /// Whether the folder lay on a drive of whose place nothing is left, or an empty folder: what is not
+    /// found there is not gone. Looks at the disk, where there are such drives.
+    bool isAway(std::string_view folder) const;
+    /// The places of such drives at, above and below a folder.
+    std::vector<std::string> mountPointsAway(std::string_view folder) const;
+
     /// 0 for a folder that the library does not hold.
     std::int64_t numberOf(const std::string& folder) const;
     /// The same, but the library holds it afterwards.
@@ -42,11 +52,13 @@ public:
 
 private:
     void add(const std::string& folder, std::int64_t number);
+    void storeIn(const LibraryRoot& root, const std::string& folder);
 
     CatalogueWriter* _writer;
     std::vector<LibraryRoot> _roots;
     std::unordered_map<std::string, std::int64_t> _numbers;
     std::unordered_map<std::int64_t, std::string> _paths;
+    std::set<std::string> _mountPoints;
     std::unordered_set<std::string> _stored; // Folders that were asked for, and so are albums.
 };
 

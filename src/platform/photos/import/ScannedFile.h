@@ -27,6 +27,9 @@ bool isGone(const std::string& path);
 /// Whether a folder is at that path. A link to one is none.
 bool isFolderThere(const std::string& path);
 
+/// Whether a drive, or a part of one, is mounted on that path.
+bool isMountPoint(const std::string& path);
+
 /// A regular file of which the library takes something.
 struct ScannedFile {
     std::string name; ///< Without its folder; any bytes but "/" and NUL.
@@ -40,6 +43,7 @@ struct ScannedFolder {
     std::vector<ScannedFile> files = {}; ///< Ascending by name.
     bool isWhole = true;                 ///< False where some of it, or all, could not be looked at.
     bool isEmpty = true; ///< Nothing at all is in it, as in the place of a drive that is unplugged.
+    bool isMountPoint = false;
 };
 
 } // namespace exifcard

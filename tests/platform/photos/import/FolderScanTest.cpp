@@ -84,6 +84,14 @@ TEST_F(FolderScanTest, TellsWhatItMayNotLookAt) {
     EXPECT_EQ(found, "/: b.jpg\n/locked/: …\n!/locked Permission denied");
 }
 
+TEST(MountPointTest, IsAFolderOnWhichADriveIsMounted) {
+    const TemporaryHome home;
+    EXPECT_TRUE(isMountPoint("/proc"));
+    EXPECT_FALSE(isMountPoint("/proc/self"));
+    EXPECT_FALSE(isMountPoint(home.path()));
+    EXPECT_FALSE(isMountPoint(home.path() / "missing"));
+}
+
 TEST_F(FolderScanTest, AFileChangedInPlaceHasAnotherStamp) {
     write("a.jpg");
     const auto before = stampOfFile(_root / "a.jpg");
