@@ -1,24 +1,28 @@
 #include "platform/imageio/XmpPacket.h"
 
+#include "platform/imageio/XmpPrefixes.h"
+
 #include <expat.h>
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <random>
 #include <type_traits>
 
 namespace exifcard {
 namespace {
 
-/// Between the address of a vocabulary and a name: a character that stands in neither.
-constexpr char kSeparator = '\n';
 /// A property of the needed vocabularies lies at most eleven elements deep; a hostile packet lies deeper.
 constexpr std::size_t kMostDepth = 64;
 /// An editor's packet of a picture's whole history has a megabyte or two.
 constexpr std::size_t kMostPacketBytes = std::size_t(16) << 20U;
 
+constexpr std::size_t kMostKeptBytes = std::size_t(64) << 10U;
+
 constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
-constexpr std::string_view kXml = "http://www.w3.org/XML/1998/namespace";
 
 struct Vocabulary {
     std::string_view address;
@@ -41,19 +45,6 @@ constexpr Vocabulary kVocabularies[] = {
     {"http://ns.google.com/photos/1.0/depthmap/", XmpNamespace::GoogleDepthMap},
 };
 
-struct QualifiedName {
-    std::string_view address;
-    std::string_view name;
-};
-
-QualifiedName qualifiedName(std::string_view joined) {
-    const auto separator = joined.find(kSeparator);
-    if (separator == std::string_view::npos) {
-        return {{}, joined};
-    }
-    return {joined.substr(0, separator), joined.substr(separator + 1)};
-}
-
 bool isRdf(const QualifiedName& name, std::string_view local) {
     return name.name == local && name.address == kRdf;
 }
@@ -61,6 +52,15 @@ bool isRdf(const QualifiedName& name, std::string_view local) {
 std::optional<XmpNamespace> vocabulary(std::string_view address) {
     const auto known = std::ranges::find(kVocabularies, address, &Vocabulary::address);
     return known == std::end(kVocabularies) ? std::nullopt : std::optional(known->space);
+}
+
+std::span<const std::string_view> knownAddresses() {
+    static const auto known = [] {
+        std::array<std::string_view, std::size(kVocabularies) + 1> addresses;
+        *std::ranges::transform(kVocabularies, addresses.begin(), &Vocabulary::address).out = kRdf;
+        return addresses;
+    }();
+    return known;
 }
 
 /// What an element of the packet stands for.
@@ -75,8 +75,28 @@ struct Element {
     bool isDefaultLanguage = false;
 };
 
+using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)>;
+
+Parser newParser() {
+    return {XML_ParserCreate(nullptr), XML_ParserFree};
+}
+
+/// As new, but with the room that it made for the packet before, which is a third of the work.
+XML_Parser keptParser() {
+    thread_local const Parser parser = newParser();
+    // Against names that are made to fall together. By itself it would ask the system for it each time.
+    static const unsigned long salt = std::random_device()() | 1UL;
+    if (parser) {
+        XML_ParserReset(parser.get(), nullptr);
+        XML_SetHashSalt(parser.get(), salt);
+    }
+    return parser.get();
+}
+
 class PacketReader {
 public:
+    explicit PacketReader(XML_Parser parser) : _parser(parser) {}
+
     std::vector<XmpProperty> read(std::span<const std::uint8_t> packet);
 
 private:
@@ -86,7 +106,7 @@ private:
     static void onDocumentType(
         void* self, const XML_Char* name, const XML_Char* systemId, const XML_Char* publicId, int hasSubset);
 
-    void start(const QualifiedName& name, const XML_Char** attributes);
+    void start(std::string_view tag, const XML_Char** attributes);
     void end();
     Element elementWithin(Element& parent, const QualifiedName& name) const;
     static Element itemWithin(Element& list, const QualifiedName& name);
@@ -95,10 +115,10 @@ private:
     void addMember(const Element& node, const QualifiedName& name, std::string_view value);
     void addItem(Element item);
     void addProperty(Element element);
-    void stop() { XML_StopParser(_parser.get(), XML_FALSE); }
+    void stop() { XML_StopParser(_parser, XML_FALSE); }
 
-    using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)>;
-    Parser _parser{XML_ParserCreateNS(nullptr, kSeparator), XML_ParserFree};
+    const XML_Parser _parser; // Null without memory.
+    XmpPrefixes _prefixes{knownAddresses()};
     std::vector<Element> _elements; // From the root to the one being read.
     std::vector<XmpProperty> _properties;
     bool _isComplete = false;
@@ -108,17 +128,17 @@ std::vector<XmpProperty> PacketReader::read(std::span<const std::uint8_t> packet
     if (!_parser) {
         return {};
     }
-    XML_SetUserData(_parser.get(), this);
-    XML_SetElementHandler(_parser.get(), onStart, onEnd);
-    XML_SetCharacterDataHandler(_parser.get(), onText);
-    XML_SetStartDoctypeDeclHandler(_parser.get(), onDocumentType);
-    XML_Parse(_parser.get(), reinterpret_cast<const char*>(packet.data()), static_cast<int>(packet.size()),
-        XML_TRUE);
+    XML_SetUserData(_parser, this);
+    XML_SetElementHandler(_parser, onStart, onEnd);
+    XML_SetCharacterDataHandler(_parser, onText);
+    XML_SetStartDoctypeDeclHandler(_parser, onDocumentType);
+    XML_Parse(
+        _parser, reinterpret_cast<const char*>(packet.data()), static_cast<int>(packet.size()), XML_TRUE);
     return _isComplete ? std::move(_properties) : std::vector<XmpProperty>();
 }
 
 void PacketReader::onStart(void* self, const XML_Char* name, const XML_Char** attributes) {
-    static_cast<PacketReader*>(self)->start(qualifiedName(name), attributes);
+    static_cast<PacketReader*>(self)->start(name, attributes);
 }
 
 void PacketReader::onEnd(void* self, const XML_Char* /*name*/) {
@@ -142,14 +162,19 @@ void PacketReader::onDocumentType(void* self,
     static_cast<PacketReader*>(self)->stop();
 }
 
-void PacketReader::start(const QualifiedName& name, const XML_Char** attributes) {
-    if (_elements.size() >= kMostDepth) {
+void PacketReader::start(std::string_view tag, const XML_Char** attributes) {
+    for (const XML_Char** attribute = attributes; *attribute != nullptr; attribute += 2) {
+        _prefixes.declare(attribute[0], attribute[1], _elements.size() + 1);
+    }
+    const auto name = _prefixes.element(tag);
+    if (_elements.size() >= kMostDepth || !name) {
+        _elements.emplace_back(); // Its end may still be told.
         stop();
         return;
     }
-    Element element = isRdf(name, "RDF")  ? Element{.role = Role::Packet}
+    Element element = isRdf(*name, "RDF") ? Element{.role = Role::Packet}
                       : _elements.empty() ? Element()
-                                          : elementWithin(_elements.back(), name);
+                                          : elementWithin(_elements.back(), *name);
     readAttributes(element, attributes);
     _elements.push_back(std::move(element));
 }
@@ -195,13 +220,22 @@ Element PacketReader::propertyWithin(const Element& node, const QualifiedName& n
 
 void PacketReader::readAttributes(Element& element, const XML_Char** attributes) {
     for (; *attributes != nullptr; attributes += 2) {
-        const auto name = qualifiedName(attributes[0]);
+        if (XmpPrefixes::isDeclaration(attributes[0])) {
+            continue;
+        }
+        const auto qualified = _prefixes.attribute(attributes[0]);
+        if (!qualified) {
+            stop();
+            return;
+        }
+        const QualifiedName& name = *qualified;
         const std::string_view value = attributes[1];
         const bool isValue = element.role == Role::Property || element.role == Role::Item;
         if (isValue && isRdf(name, "parseType") && value == "Resource") {
             element.role = Role::Node;
         } else if (element.role == Role::Item) {
-            element.isDefaultLanguage |= name.address == kXml && name.name == "lang" && value == "x-default";
+            element.isDefaultLanguage |=
+                name.address == kXmlAddress && name.name == "lang" && value == "x-default";
         } else if (element.role == Role::Property && isRdf(name, "resource")) {
             element.text = value;
         } else if (element.role == Role::Node || element.role == Role::Property) {
@@ -212,7 +246,7 @@ void PacketReader::readAttributes(Element& element, const XML_Char** attributes)
 
 void PacketReader::addMember(const Element& node, const QualifiedName& name, std::string_view value) {
     Element member = propertyWithin(node, name);
-    if (member.role == Role::Property && name.address != kRdf && name.address != kXml) {
+    if (member.role == Role::Property && name.address != kRdf && name.address != kXmlAddress) {
         member.text = value;
         addProperty(std::move(member));
     }
@@ -220,6 +254,7 @@ void PacketReader::addMember(const Element& node, const QualifiedName& name, std
 
 void PacketReader::end() {
     Element element = std::move(_elements.back());
+    _prefixes.leave(_elements.size());
     _elements.pop_back();
     if (element.role == Role::Packet) {
         _isComplete = true;
@@ -246,18 +281,26 @@ void PacketReader::addProperty(Element element) {
     }
 }
 
+std::vector<XmpProperty> propertiesOf(std::span<const std::uint8_t> packet) {
+    if (packet.size() <= kMostKeptBytes) {
+        return PacketReader(keptParser()).read(packet);
+    }
+    const Parser parser = newParser(); // Its room is given back.
+    return PacketReader(parser.get()).read(packet);
+}
+
 } // namespace
 
 std::vector<XmpProperty> propertiesFromXmpPacket(std::span<const std::uint8_t> packet) {
     if (packet.empty() || packet.size() > kMostPacketBytes) {
         return {};
     }
-    auto properties = PacketReader().read(packet);
+    auto properties = propertiesOf(packet);
     if (properties.empty() && std::ranges::count(packet, 0) > 0) {
         // Where a file was damaged, zeros may stand among readable properties; to XML they are an error.
         std::vector<std::uint8_t> mended(packet.begin(), packet.end());
         std::ranges::replace(mended, 0, ' ');
-        properties = PacketReader().read(mended);
+        properties = propertiesOf(mended);
     }
     return properties;
 }

@@ -60,6 +60,12 @@ TEST(XmpPacketTest, ReadsEveryFormOfAProperty) {
         {packetOf("<own:Rating>5</own:Rating>", "own:Rating='5'"), ""},
         {packetOf("<own:deep><xmp:Rating>5</xmp:Rating></own:deep>"), ""},
         {packetOf("<xmp:Rating> </xmp:Rating>"), ""},
+        {packetOf("<Rating xmlns='http://ns.adobe.com/xap/1.0/'>5</Rating>"), "Rating=5"},
+        {packetOf(
+             "<own:Rating xmlns:own='http://ns.adobe.com/xap/1.0/'>5</own:Rating><own:Label>a</own:Label>"),
+            "Rating=5"},
+        {packetOf("<exif:Flash xmlns='urn:a' xmlns:lang='x-default' exif:Fired='True'/>"),
+            "Flash/Fired=True"},
         {packetOf("<xmp:Rating>5</xmp:Rating>") + std::string(100, '\0'), "Rating=5"},
     };
     for (const Case& c : cases) {
@@ -78,6 +84,9 @@ TEST(XmpPacketTest, RefusesWhatIsNoPacket) {
         "no XML",
         packetOf("<xmp:Rating>5</xmp:Label>"),
         packetOf(deep),
+        packetOf("<xmp:Rating>5</xmp:Rating><nobody:Label/>"),
+        packetOf("<xmp:Rating>5</xmp:Rating>", "nobody:Label='5'"),
+        "<nobody:xmpmeta/>",
         "<!DOCTYPE x [<!ENTITY a 'aaaaaaaa'><!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;'>]>" +
             packetOf("<xmp:Rating>&b;</xmp:Rating>"),
     };
