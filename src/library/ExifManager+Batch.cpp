@@ -5,6 +5,7 @@
 #include "metadata/ExifInformation.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/MappingBatch.h"
 #include "platform/foundation/Predicate.h"
 #include "settings/PersistanceManager.h"
 
@@ -115,6 +116,7 @@ void ExifManager::exifDataArrayInPHFetchResults(const PHAssetFetchResultPtr& fet
     const auto start = Clock::now();
     Records records;
     CombinedProgress progress(range.length);
+    const MappingBatch::Use use;
     debugLog("ENUMERATE_1  = %f Range = %ld %ld", {secondsSince(start), range.location, range.length});
     for (std::size_t slot = 0; slot < range.length; ++slot) {
         const auto asset = assetAt(*fetchResult, range.location + slot);

@@ -35,22 +35,28 @@ struct CatalogueConnections::Pool {
     bool isDamaged = false;                            // Guarded by mutex.
     std::optional<std::string> loggedFailure;          // Guarded by mutex; until something has worked again.
 
-    /// An idle connection, or null.
-    std::unique_ptr<SQLiteDatabase> takeIdle() {
+    struct Connection {
+        std::unique_ptr<SQLiteDatabase> database;
+        std::uint64_t number = 0; ///< Of the file that it reads.
+    };
+
+    /// Without a database where none is idle.
+    Connection takeIdle() {
         const std::scoped_lock lock(mutex);
         if (const std::uint64_t now = fileNumberOf(file); now != number) {
             idle.clear(); // Someone took the file away.
             number = now;
         }
         if (idle.empty() || isDamaged) {
-            return nullptr;
+            return {};
         }
         auto database = std::move(idle.back());
         idle.pop_back();
-        return database;
+        return {std::move(database), number};
     }
 
-    void takeBack(std::unique_ptr<SQLiteDatabase> database, Failures failures) {
+    void takeBack(Connection connection, Failures failures) {
+        auto& database = connection.database;
         database->rollBack();
         const std::scoped_lock lock(mutex);
         if (database->hasFailed()) {
@@ -62,7 +68,7 @@ struct CatalogueConnections::Pool {
             return;
         }
         loggedFailure.reset();
-        if (idle.size() < kMostIdleConnections && fileNumberOf(file) == number) {
+        if (idle.size() < kMostIdleConnections && connection.number == number) {
             idle.push_back(std::move(database));
         }
     }
@@ -82,7 +88,7 @@ struct CatalogueConnections::Pool {
             file, catalogueMigrations(), Durability::Lasting, longestWait);
     }
 
-    std::unique_ptr<SQLiteDatabase> open() {
+    Connection open() {
         if (const std::uint64_t damaged = takeDamage(); damaged != 0) {
             restoreCatalogue(file, backup, damaged);
         }
@@ -94,7 +100,7 @@ struct CatalogueConnections::Pool {
         }
         const std::scoped_lock lock(mutex);
         number = fileNumberOf(file);
-        return database;
+        return {std::move(database), number};
     }
 };
 
@@ -105,8 +111,8 @@ CatalogueConnections::CatalogueConnections(std::string folder, std::chrono::mill
 CatalogueConnections::~CatalogueConnections() = default;
 
 CatalogueConnections::DatabasePtr CatalogueConnections::lease(bool mayCreate, Failures failures) {
-    auto database = _pool->takeIdle();
-    if (!database) {
+    Pool::Connection connection = _pool->takeIdle();
+    if (!connection.database) {
         const bool isThere = ::access(_pool->file.c_str(), F_OK) == 0;
         const bool hasBackup = ::access(_pool->backup.c_str(), F_OK) == 0;
         if (!isThere && !hasBackup && !mayCreate) {
@@ -116,11 +122,12 @@ CatalogueConnections::DatabasePtr CatalogueConnections::lease(bool mayCreate, Fa
             makeFolder(_pool->folder);
             restoreCatalogue(_pool->file, _pool->backup, /*damaged=*/0);
         }
-        database = _pool->open();
+        connection = _pool->open();
     }
-    return {database.release(), [pool = _pool, failures](SQLiteDatabase* returned) {
-                pool->takeBack(std::unique_ptr<SQLiteDatabase>(returned), failures);
-            }};
+    return {connection.database.release(),
+        [pool = _pool, number = connection.number, failures](SQLiteDatabase* returned) {
+            pool->takeBack({std::unique_ptr<SQLiteDatabase>(returned), number}, failures);
+        }};
 }
 
 CatalogueConnections::DatabasePtr CatalogueConnections::reader(Failures failures) {
