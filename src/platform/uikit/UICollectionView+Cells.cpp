@@ -263,7 +263,7 @@ CGRect UICollectionView::Implementation::keptRect() const {
 /// Tells what is coming up, and makes the cells of one more line; a turn of the main queue each.
 void UICollectionView::Implementation::prepareAhead() {
     aheadTimer.stop();
-    if (isInPass || isPassDue || countsDiffer() || !view.isVisible()) {
+    if (isInPass || isPassDue || areItemsOutdated() || !view.isVisible()) {
         return;
     }
     const QScopedValueRollback inPass(isInPass, true);

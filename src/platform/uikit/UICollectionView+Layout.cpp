@@ -7,6 +7,8 @@
 #include <QThread>
 
 #include <algorithm>
+#include <functional>
+#include <span>
 
 namespace exifcard {
 
@@ -41,7 +43,7 @@ void UICollectionView::setNeedsLayout() {
 void UICollectionView::layoutIfNeeded() {
     Implementation& its = *_implementation;
     its.fitViewport();
-    if (its.isPassDue || its.countsDiffer()) {
+    if (its.isPassDue || its.areItemsOutdated()) {
         its.layoutPass();
     }
 }
@@ -62,7 +64,7 @@ void UICollectionView::Implementation::layoutPass() {
     }
     const QScopedValueRollback inPass(isInPass, true);
     isPassDue = false;
-    if (isReloadWanted || countsDiffer()) {
+    if (areItemsOutdated()) {
         readCounts();
     }
     const double width = view.viewport()->width() - contentInset.left - contentInset.right;
@@ -95,8 +97,14 @@ std::vector<std::size_t> UICollectionView::Implementation::countsOfDataSource() 
     return counts;
 }
 
-bool UICollectionView::Implementation::countsDiffer() const {
-    return isReloadWanted || countsOfDataSource() != itemCounts;
+/// Items that have come wait for the reload which shows them, and are not made twice.
+bool UICollectionView::Implementation::areItemsOutdated() const {
+    if (isReloadWanted) {
+        return true;
+    }
+    const std::vector<std::size_t> now = countsOfDataSource();
+    return now.size() < itemCounts.size() ||
+           !std::ranges::equal(itemCounts, std::span(now).first(itemCounts.size()), std::less_equal());
 }
 
 void UICollectionView::Implementation::readCounts() {

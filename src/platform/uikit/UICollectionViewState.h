@@ -39,7 +39,7 @@ public:
     // UICollectionView+Layout.cpp: counts, the layout pass.
     void layoutPass();
     void fitViewport();
-    bool countsDiffer() const;
+    bool areItemsOutdated() const;
     void readCounts();
     std::vector<std::size_t> countsOfDataSource() const;
     bool isStillThere(IndexPath indexPath) const;

@@ -203,6 +203,20 @@ TEST_F(UICollectionViewTest, ReloadsOnceInTheNextPassAndDropsTheSelection) {
     EXPECT_EQ(source->cellsMade, 6U) << "the cells that were seen are used again";
 }
 
+TEST_F(UICollectionViewTest, MakesItemsThatHaveComeOnceWhenTheyAreReloaded) {
+    showRows(2);
+    source->takeRecord();
+    source->counts = {10};
+    scrollTo(0);
+    list.layoutIfNeeded();
+    EXPECT_EQ(list.numberOfItemsInSection(0), 2U);
+    EXPECT_THAT(source->takeRecord("cell"), IsEmpty());
+    list.reloadData();
+    settle();
+    EXPECT_EQ(list.numberOfItemsInSection(0), 10U);
+    EXPECT_THAT(source->takeRecord("cell").front(), "cell 0/0");
+}
+
 TEST_F(UICollectionViewTest, StaysWithinContentThatShrinks) {
     showRows(100);
     scrollTo(5000);
