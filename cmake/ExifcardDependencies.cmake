@@ -11,6 +11,7 @@ pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavut
 pkg_check_modules(LIBRAW REQUIRED IMPORTED_TARGET libraw_r)
 find_package(ZLIB REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Svg Widgets)
+pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
 pkg_check_modules(RLOTTIE REQUIRED IMPORTED_TARGET rlottie)
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)

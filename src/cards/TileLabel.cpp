@@ -77,6 +77,9 @@ void TileLabel::paintEvent(QPaintEvent*) {
 }
 
 bool TileLabel::event(QEvent* event) {
+    if (event->type() == QEvent::FontChange) {
+        _laidOut.setText({});
+    }
     if (event->type() != QEvent::ToolTip) {
         return QLabel::event(event);
     }

@@ -151,7 +151,7 @@ int runMessages(int argumentCount, char** arguments) {
             "exifcard-messages: there is no display; exifcard-messages render draws off screen\n", stderr);
         return kFailed;
     }
-    UIApplication::prepare();
+    UIApplication::prepare(options.tour ? UIApplication::Fonts::All : UIApplication::Fonts::OwnFirst);
     QApplication application(argumentCount, arguments);
     QApplication::setApplicationName(QStringLiteral("exifcard"));
     QApplication::setDesktopFileName(QStringLiteral("org.exifcard.messages"));

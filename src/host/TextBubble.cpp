@@ -6,6 +6,7 @@
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
+#include <QEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
@@ -49,6 +50,13 @@ QMimeData* TextBubble::mimeData() const {
 
 QString TextBubble::copyActionText() const {
     return qString(localizedString("Copy text"));
+}
+
+void TextBubble::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange) {
+        _brokenAt = 0; // The same font may have other glyphs.
+    }
+    BubbleView::changeEvent(event);
 }
 
 void TextBubble::paintEvent(QPaintEvent*) {

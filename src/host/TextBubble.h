@@ -18,6 +18,7 @@ protected:
     QMimeData* mimeData() const override;
     QString copyActionText() const override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     WrappedText _lines;
