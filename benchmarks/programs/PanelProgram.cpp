@@ -1,13 +1,13 @@
 // The messaging window over the library of this user, off screen at twice the scale.
 //
-//     benchmark_panel first            until the tiles on screen have their pictures; prints nothing
-//     benchmark_panel scroll TILES     then scrolls past so many tiles, a row a frame; prints the resident
-//     memory in
-//                                      KiB and the frames' times in milliseconds: median, 95 %, longest
-//     benchmark_panel send ROUNDS      then taps a photo, each round, until its message waits in the input
-//     field;
-//                                      prints the median time of that, and of decoding and fitting the same
-//                                      picture
+//     benchmark_panel first
+//         until the tiles on screen have their pictures; prints the processor time of that in milliseconds
+//     benchmark_panel scroll TILES
+//         then scrolls past so many tiles, a row a frame; prints the resident memory in KiB and the frames'
+//         times in milliseconds: median, 95 %, longest
+//     benchmark_panel send ROUNDS
+//         then taps a photo, each round, until its message waits in the input field; prints the median time
+//         of that, and of decoding and fitting the same picture
 #include "categories/UIImage+Resize.h"
 #include "host/ConversationFeed.h"
 #include "host/ExtensionPanel.h"
@@ -27,6 +27,7 @@
 #include "platform/uikit/UIImageView.h"
 #include "platform/uivalues/UIScreen.h"
 #include "programs/ResidentMemory.h"
+#include "programs/Shown.h"
 #include "settings/FieldList.h"
 
 #include <QApplication>
@@ -40,6 +41,11 @@
 #include <vector>
 
 namespace exifcard {
+void mk(const char* w) {
+    timespec t{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
+    std::fprintf(stderr, "%s %.2f\n", w, double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6);
+}
 namespace {
 
 constexpr int kLongestWait = 60'000;
@@ -162,13 +168,21 @@ int run(int argumentCount, char** arguments) {
     const int number = argumentCount > 2 ? std::atoi(arguments[2]) : 0;
     HostAppearance appearance(UIUserInterfaceStyle::Light, UIUserInterfaceStyle::Light);
     MessagesWindow window(makeExtension(), {}, appearance);
+    mk("window");
     window.openConversation("Benchmark");
+    mk("conv");
     window.show();
+    mk("show");
     window.activateExtension();
+    mk("activated");
     if (!runUntil([&] { return showsPictures(window); })) {
         return 1;
     }
+    mk("pictures");
     QCoreApplication::sendPostedEvents(&window, QEvent::UpdateRequest); // Paints those that came last.
+    if (what == "first") {
+        tellShown();
+    }
     return what == "scroll" ? scroll(window, std::size_t(number)) : what == "send" ? send(window, number) : 0;
 }
 
@@ -177,12 +191,16 @@ int run(int argumentCount, char** arguments) {
 
 int main(int argumentCount, char** arguments) {
     using namespace exifcard;
+    mk("main");
     setFieldTest(isFieldKey);
     PHPhotoLibrary::grantForThisProcess();
-    UIScreen::setMainScreen({.scale = kScale}); // As the toolkit is told: --screen 390x844@2.
-    UIApplication::prepare();
+    UIScreen::setMainScreen({.scale = kScale});             // As the toolkit is told: --screen 390x844@2.
+    UIApplication::prepare(UIApplication::Fonts::OwnFirst); // As the program does.
+    mk("prepared");
     QApplication application(argumentCount, arguments);
+    mk("qapp");
     UIApplication::start();
+    mk("started");
     const int status = run(argumentCount, arguments);
     std::fflush(nullptr);
     std::_Exit(status);
