@@ -41,11 +41,6 @@
 #include <vector>
 
 namespace exifcard {
-void mk(const char* w) {
-    timespec t{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
-    std::fprintf(stderr, "%s %.2f\n", w, double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6);
-}
 namespace {
 
 constexpr int kLongestWait = 60'000;
@@ -168,17 +163,12 @@ int run(int argumentCount, char** arguments) {
     const int number = argumentCount > 2 ? std::atoi(arguments[2]) : 0;
     HostAppearance appearance(UIUserInterfaceStyle::Light, UIUserInterfaceStyle::Light);
     MessagesWindow window(makeExtension(), {}, appearance);
-    mk("window");
     window.openConversation("Benchmark");
-    mk("conv");
     window.show();
-    mk("show");
     window.activateExtension();
-    mk("activated");
     if (!runUntil([&] { return showsPictures(window); })) {
         return 1;
     }
-    mk("pictures");
     QCoreApplication::sendPostedEvents(&window, QEvent::UpdateRequest); // Paints those that came last.
     if (what == "first") {
         tellShown();
@@ -191,16 +181,12 @@ int run(int argumentCount, char** arguments) {
 
 int main(int argumentCount, char** arguments) {
     using namespace exifcard;
-    mk("main");
     setFieldTest(isFieldKey);
     PHPhotoLibrary::grantForThisProcess();
     UIScreen::setMainScreen({.scale = kScale});             // As the toolkit is told: --screen 390x844@2.
     UIApplication::prepare(UIApplication::Fonts::OwnFirst); // As the program does.
-    mk("prepared");
     QApplication application(argumentCount, arguments);
-    mk("qapp");
     UIApplication::start();
-    mk("started");
     const int status = run(argumentCount, arguments);
     std::fflush(nullptr);
     std::_Exit(status);
