@@ -15,6 +15,8 @@
 #include <cstdint>
 #include <vector>
 
+#include <malloc.h>
+
 namespace exifcard {
 namespace {
 
@@ -91,6 +93,43 @@ BENCHMARK(laysOutALibrary)
     ->ArgNames({"items", "equal"})
     ->Args({100'000, 1})
     ->Args({100'000, 0})
+    ->Unit(benchmark::kMillisecond);
+
+double mebibytesInUse() {
+    const struct mallinfo2 heap = mallinfo2();
+    return static_cast<double>(heap.uordblks + heap.hblkhd) / (1024 * 1024);
+}
+
+/// What a long list takes beyond a short one, from its first item shown to its last.
+void holdsALibrary(benchmark::State& state) {
+    const auto rows = std::make_shared<Rows>();
+    rows->size = {121, 133};
+    rows->isUniform = state.range(1) != 0;
+    UICollectionView list;
+    fill(list, rows);
+    list.show();
+    const auto showAll = [&](std::size_t count) {
+        rows->count = count;
+        list.reloadData();
+        list.layoutIfNeeded();
+        for (int part = 0; part <= 10; ++part) {
+            list.setContentOffset({0, (list.contentSize().height - 700) * part / 10}, /*animated=*/false);
+            list.viewport()->repaint();
+            QCoreApplication::processEvents();
+        }
+    };
+    showAll(100);
+    const double before = mebibytesInUse();
+    for (auto step : state) {
+        showAll(static_cast<std::size_t>(state.range(0)));
+    }
+    state.counters["MiB_over_100"] = mebibytesInUse() - before;
+}
+BENCHMARK(holdsALibrary)
+    ->ArgNames({"items", "equal"})
+    ->Args({100'000, 1})
+    ->Args({100'000, 0})
+    ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
 /// One new row a frame, painted at twice the pixels.
