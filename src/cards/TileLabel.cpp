@@ -63,6 +63,7 @@ void TileLabel::paintEvent(QPaintEvent*) {
         _laidOut.setTextFormat(Qt::PlainText);
         _laidOut.setTextOption(option);
         _laidOut.setText(shown);
+        _laidOut.prepare(QTransform(), font()); // Otherwise measured in the program's font until it is drawn.
     }
     const QSizeF room = QSizeF(size()) / factor - _laidOut.size();
     const QPointF corner((place & Qt::AlignRight) ? room.width() : 0, room.height() / 2);
@@ -77,6 +78,9 @@ void TileLabel::paintEvent(QPaintEvent*) {
 }
 
 bool TileLabel::event(QEvent* event) {
+    if (event->type() == QEvent::FontChange) {
+        _laidOut.setText(QString());
+    }
     if (event->type() == QEvent::FontChange) {
         _laidOut.setText({});
     }
