@@ -32,14 +32,11 @@ QStringList linesOfParagraph(const QString& paragraph, const QFont& font, int wi
     return lines.isEmpty() ? QStringList{QString()} : lines;
 }
 
-/// @param most  With that many and one more, the rest is left out.
+/// @param most  After that many and one more, paragraphs are given as they are.
 QStringList linesOf(const QString& text, const QFont& font, int width, int most) {
     QStringList lines;
     for (const QString& paragraph : text.split(QLatin1Char('\n'))) {
-        if (lines.size() > most) {
-            break;
-        }
-        lines += linesOfParagraph(paragraph, font, width);
+        lines += lines.size() > most ? QStringList{paragraph} : linesOfParagraph(paragraph, font, width);
     }
     return lines;
 }

@@ -1,9 +1,9 @@
 #include "cards/TileLabel.h"
 
+#include <gtest/gtest.h>
+
 #include <QFont>
 #include <QImage>
-
-#include <gtest/gtest.h>
 
 namespace exifcard {
 namespace {

@@ -21,5 +21,13 @@ TEST(WrappedTextTest, KeepsToItsWidthAndLinesAndSaysSo) {
     EXPECT_LE(cut.size().width(), 100);
 }
 
+TEST(WrappedTextTest, TellsThatLinesOfTheirOwnAreLeftOut) {
+    const WrappedText two(QStringLiteral("1\n2"), {QFont(), 20, 2}, 200);
+    const WrappedText more(QStringLiteral("1\n2\n3\n4\n5\n6\n7\n8"), {QFont(), 20, 2}, 200);
+    EXPECT_EQ(more.size().height(), 40);
+    // All that the line holds is shown, not one more.
+    EXPECT_GT(more.size().width(), 5 * two.size().width());
+}
+
 } // namespace
 } // namespace exifcard
