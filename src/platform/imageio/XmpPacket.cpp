@@ -108,6 +108,7 @@ private:
 
     void start(std::string_view tag, const XML_Char** attributes);
     void end();
+    std::optional<QualifiedName> declaredName(std::string_view tag, const XML_Char** attributes);
     Element elementWithin(Element& parent, const QualifiedName& name) const;
     static Element itemWithin(Element& list, const QualifiedName& name);
     Element propertyWithin(const Element& node, const QualifiedName& name) const;
@@ -163,10 +164,7 @@ void PacketReader::onDocumentType(void* self,
 }
 
 void PacketReader::start(std::string_view tag, const XML_Char** attributes) {
-    for (const XML_Char** attribute = attributes; *attribute != nullptr; attribute += 2) {
-        _prefixes.declare(attribute[0], attribute[1], _elements.size() + 1);
-    }
-    const auto name = _prefixes.element(tag);
+    const auto name = declaredName(tag, attributes);
     if (_elements.size() >= kMostDepth || !name) {
         _elements.emplace_back(); // Its end may still be told.
         stop();
@@ -177,6 +175,16 @@ void PacketReader::start(std::string_view tag, const XML_Char** attributes) {
                                           : elementWithin(_elements.back(), *name);
     readAttributes(element, attributes);
     _elements.push_back(std::move(element));
+}
+
+/// Nothing where a prefix is not declared, or too many are.
+std::optional<QualifiedName> PacketReader::declaredName(std::string_view tag, const XML_Char** attributes) {
+    for (; *attributes != nullptr; attributes += 2) {
+        if (!_prefixes.declare(attributes[0], attributes[1], _elements.size() + 1)) {
+            return std::nullopt;
+        }
+    }
+    return _prefixes.element(tag);
 }
 
 Element PacketReader::elementWithin(Element& parent, const QualifiedName& name) const {

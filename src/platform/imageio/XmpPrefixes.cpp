@@ -7,6 +7,8 @@ namespace exifcard {
 namespace {
 
 constexpr std::string_view kDeclaration = "xmlns";
+/// Editors declare some thirty.
+constexpr std::size_t kMostDeclared = 500;
 
 struct Parts {
     std::string_view prefix;
@@ -30,13 +32,15 @@ bool XmpPrefixes::isDeclaration(std::string_view attribute) {
     return prefix.empty() ? name == kDeclaration : prefix == kDeclaration;
 }
 
-void XmpPrefixes::declare(std::string_view attribute, std::string_view value, std::size_t depth) {
-    if (isDeclaration(attribute)) {
-        const auto [prefix, name] = partsOf(attribute);
-        const auto known = std::ranges::find(_known, value);
-        _declared.push_back({std::string(prefix.empty() ? prefix : name),
-            known == _known.end() ? std::string_view() : *known, depth});
+bool XmpPrefixes::declare(std::string_view attribute, std::string_view value, std::size_t depth) {
+    if (!isDeclaration(attribute)) {
+        return true;
     }
+    const auto [prefix, name] = partsOf(attribute);
+    const auto known = std::ranges::find(_known, value);
+    _declared.push_back({std::string(prefix.empty() ? prefix : name),
+        known == _known.end() ? std::string_view() : *known, depth});
+    return _declared.size() <= kMostDeclared;
 }
 
 void XmpPrefixes::leave(std::size_t depth) {

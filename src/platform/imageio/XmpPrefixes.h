@@ -28,8 +28,11 @@ public:
     /// Whether an attribute says what a prefix stands for, and is nothing else.
     static bool isDeclaration(std::string_view attribute);
     /// Takes down what an attribute of a new element declares, if it is a declaration.
+    ///
     /// @param depth  How many elements the new one lies in.
-    void declare(std::string_view attribute, std::string_view value, std::size_t depth);
+    /// @return False when more stand for something than in any packet that is meant well: each name asks them
+    /// all.
+    bool declare(std::string_view attribute, std::string_view value, std::size_t depth);
     /// Forgets what the element at that depth declared.
     void leave(std::size_t depth);
 

@@ -3,6 +3,7 @@
 #include "platform/foundation/Array.h"
 #include "platform/imageio/XmpValue.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -79,6 +80,10 @@ TEST(XmpPacketTest, RefusesWhatIsNoPacket) {
     for (int level = 0; level < 100000; ++level) {
         deep += "<xmp:a>";
     }
+    std::string prefixes;
+    for (int number = 0; number < 100000; ++number) {
+        prefixes += fmt::format(" xmlns:p{0}='urn:{0}' p{0}:a='1'", number);
+    }
     const std::string packets[] = {
         "",
         "no XML",
@@ -87,6 +92,7 @@ TEST(XmpPacketTest, RefusesWhatIsNoPacket) {
         packetOf("<xmp:Rating>5</xmp:Rating><nobody:Label/>"),
         packetOf("<xmp:Rating>5</xmp:Rating>", "nobody:Label='5'"),
         "<nobody:xmpmeta/>",
+        packetOf("<xmp:Rating>5</xmp:Rating>", prefixes),
         "<!DOCTYPE x [<!ENTITY a 'aaaaaaaa'><!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;'>]>" +
             packetOf("<xmp:Rating>&b;</xmp:Rating>"),
     };
