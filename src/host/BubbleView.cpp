@@ -42,7 +42,9 @@ QString momentText(const Date& moment) {
     const auto milliseconds = static_cast<qint64>(moment.secondsSince1970 * kMillisecondsPerSecond);
     const QDateTime local = QDateTime::fromMSecsSinceEpoch(milliseconds);
     const QLocale locale;
-    const QString time = locale.toString(local.time(), QLocale::ShortFormat);
+    QString timeFormat = locale.timeFormat(QLocale::ShortFormat);
+    timeFormat.remove(QStringLiteral(":ss")); // Some languages, and none at all, count them in.
+    const QString time = locale.toString(local.time(), timeFormat);
     const qint64 daysAgo = local.date().daysTo(QDate::currentDate());
     const QString day = daysAgo == 0   ? qString(localizedString("Today"))
                         : daysAgo == 1 ? qString(localizedString("Yesterday"))

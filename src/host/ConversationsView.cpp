@@ -53,7 +53,8 @@ public:
         painter->setPen(qColor(Apperance::appearanceTextColor()));
         WrappedText(name, {hostFont(15, HostFontWeight::Medium), kRowHeight, 1}, text.width())
             .draw(*painter, text.topLeft(), text.width(), option.direction == Qt::RightToLeft);
-        if ((option.state & QStyle::State_HasFocus) != 0) {
+        const bool isByKeys = option.widget->window()->testAttribute(Qt::WA_KeyboardFocusChange);
+        if ((option.state & QStyle::State_HasFocus) != 0 && isByKeys) {
             paintFocusRing(*painter, QRectF(option.rect).adjusted(2, 2, -2, -2), 8);
         }
     }
@@ -81,6 +82,7 @@ ConversationsView::ConversationsView(QWidget* parent)
     column->setSpacing(0);
     column->addWidget(_newName);
     column->addWidget(_list, 1);
+    _list->installEventFilter(this);
     connect(_newName, &QLineEdit::returnPressed, this, [this] { choose(_newName->text().trimmed()); });
     const auto chooseItem = [this](const QListWidgetItem* item) { choose(item->text()); };
     connect(_list, &QListWidget::itemClicked, this, chooseItem);
@@ -117,6 +119,13 @@ void ConversationsView::choose(const QString& name) {
 void ConversationsView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), qColor(Apperance::appearanceBackgroundColor()));
+}
+
+bool ConversationsView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        window()->setAttribute(Qt::WA_KeyboardFocusChange); // The ring shows where the arrows go.
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void ConversationsView::keyPressEvent(QKeyEvent* event) {

@@ -88,6 +88,10 @@ void ExtensionPanel::setPanelHeight(double height) {
     const int rounded = static_cast<int>(std::lround(height));
     setGeometry(0, _window.height() - rounded, _window.width(), rounded);
     layOutContent();
+    const bool isCovering = _style == Style::Expanded && rounded >= heightOf(Style::Expanded);
+    if (std::exchange(_isCovering, isCovering) != isCovering) {
+        emit coveringChanged(isCovering);
+    }
 }
 
 void ExtensionPanel::layOutContent() {

@@ -47,6 +47,8 @@ public:
 
 signals:
     void styleChanged();
+    /// The panel hides all that lies under the expanded one, or shows some of it again.
+    void coveringChanged(bool isCovering);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -77,6 +79,7 @@ private:
     int _expandedTop = 0;
     QSize _toldSize; ///< Of the extension's view.
     bool _isDragged = false;
+    bool _isCovering = false;
     double _height = 0;
     double _heightBeforeDrag = 0;
 };

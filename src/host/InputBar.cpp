@@ -154,6 +154,10 @@ QString InputBar::typedText() const {
     return _line->text();
 }
 
+void InputBar::setTypedText(const QString& text) {
+    _line->setText(text);
+}
+
 void InputBar::clearTypedText(const QString& sentText) {
     // What was typed while the rest was being sent stays.
     if (_line->text() == sentText) {
@@ -162,7 +166,7 @@ void InputBar::clearTypedText(const QString& sentText) {
 }
 
 void InputBar::focusLine() {
-    _line->setFocus(Qt::ShortcutFocusReason);
+    _line->setFocus(Qt::OtherFocusReason); // The ring is for who came by the keyboard.
 }
 
 void InputBar::updateContent() {

@@ -38,6 +38,7 @@ public:
     void setSending(bool isSending);
 
     QString typedText() const;
+    void setTypedText(const QString& text);
     void clearTypedText(const QString& sentText);
     void focusLine();
     int heightForWidth(int width) const override;

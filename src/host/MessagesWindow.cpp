@@ -66,17 +66,23 @@ MessagesWindow::MessagesWindow(
     connect(_header, &HeaderBar::conversationsRequested, this, [this] {
         if (_conversations->isVisible()) {
             _conversations->hide();
+            focusAfterList();
         } else {
             _conversations->open();
         }
     });
-    connect(_conversations, &ConversationsView::chosen, this, &MessagesWindow::openConversation);
+    connect(_conversations, &ConversationsView::chosen, this, [this](const std::string& name) {
+        openConversation(name);
+        focusAfterList();
+    });
+    connect(_conversations, &ConversationsView::closed, this, &MessagesWindow::focusAfterList);
     connect(_transcript, &TranscriptView::messageActivated, this, &MessagesWindow::selectMessage);
     connect(_panel, &ExtensionPanel::styleChanged, this, [this] {
         if (_panel->style() == ExtensionPanel::Style::Compact && _feed->conversation()) {
             _feed->conversation()->setSelectedMessage(std::nullopt);
         }
     });
+    connect(_panel, &ExtensionPanel::coveringChanged, this, &MessagesWindow::coverConversation);
     resize(sizeHint());
     if (!state.geometry.isEmpty()) {
         restoreGeometry(state.geometry);
@@ -100,7 +106,7 @@ void MessagesWindow::connectFeed() {
         _feed, &ConversationFeed::sendingFinished, this, [this](bool isSent, const std::string& typedText) {
             _inputBar->setSending(false);
             if (isSent) {
-                _inputBar->clearTypedText(qString(typedText));
+                forgetDraft(qString(typedText));
                 _inputBar->showError(QString());
                 _transcript->scrollToEnd();
             }
@@ -143,6 +149,8 @@ void MessagesWindow::openConversation(const std::string& name) {
     }
     _inputBar->clearFailedInsertions();
     _inputBar->showError(QString());
+    _drafts[_feed->name()] = _inputBar->typedText();
+    _inputBar->setTypedText(_drafts[name]);
     _feed->open(name);
     _header->setConversation(qString(name), QString());
     _conversations->setNames(_feed->names(), name);
@@ -185,7 +193,16 @@ void MessagesWindow::send() {
         _panel->extension().didStartSendingMessage(*message, _feed->conversation());
     }
     _inputBar->setSending(true);
+    _sendingConversation = _feed->name();
     _feed->send(typedText);
+}
+
+void MessagesWindow::forgetDraft(const QString& sentText) {
+    if (_sendingConversation == _feed->name()) {
+        _inputBar->clearTypedText(sentText);
+    } else {
+        _drafts.erase(_sendingConversation); // Another one was opened meanwhile.
+    }
 }
 
 void MessagesWindow::dropPending() {
@@ -216,8 +233,32 @@ void MessagesWindow::selectMessage(const ConversationEntry& entry) {
     _panel->extension().didSelectMessage(message, conversation);
 }
 
+/// What the expanded panel hides takes no keys and is read to nobody.
+void MessagesWindow::coverConversation(bool isCovered) {
+    const QWidget* const focused = focusWidget();
+    if (isCovered && focused != nullptr &&
+        (_inputBar->isAncestorOf(focused) || _transcript->isAncestorOf(focused))) {
+        _panel->focusContent();
+    }
+    _inputBar->setVisible(!isCovered);
+    _transcript->setVisible(!isCovered);
+}
+
+/// Who has found a conversation writes into it next.
+void MessagesWindow::focusAfterList() {
+    if (_inputBar->isVisible()) {
+        _inputBar->focusLine();
+    } else {
+        _panel->focusContent();
+    }
+}
+
 void MessagesWindow::focusNextRegion() {
     setAttribute(Qt::WA_KeyboardFocusChange); // The ring shows where the focus went.
+    if (!_inputBar->isVisible()) {
+        _panel->focusContent();
+        return;
+    }
     const QWidget* const focused = focusWidget();
     const auto holds = [focused](const QWidget* region) {
         return focused != nullptr && (region == focused || region->isAncestorOf(focused));

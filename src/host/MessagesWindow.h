@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -71,11 +72,16 @@ private:
     void showContent(bool isSameConversation);
     void send();
     void dropPending();
+    void forgetDraft(const QString& sentText);
     void selectMessage(const ConversationEntry& entry);
     void focusNextRegion();
+    void focusAfterList();
+    void coverConversation(bool isCovered);
     std::optional<MSMessage> pendingMessage() const;
 
     HostAppearance& _appearance;
+    std::map<std::string, QString> _drafts; ///< What was typed and not sent, by conversation.
+    std::string _sendingConversation;       ///< From which was sent last.
     ConversationFeed* _feed = nullptr;
     HeaderBar* _header = nullptr;
     TranscriptView* _transcript = nullptr;

@@ -324,6 +324,37 @@ TEST_F(MessagesWindowTest, GoesRoundTheRegionsWithF6) {
     EXPECT_TRUE(_window->panel().isAncestorOf(regions[2]));
 }
 
+TEST_F(MessagesWindowTest, KeepsWhatIsTypedInItsConversation) {
+    open();
+    auto* const line = _window->inputBar().findChild<QLineEdit*>();
+    QTest::keyClicks(line, QStringLiteral("for Ada"));
+    _window->openConversation("Bob");
+    EXPECT_EQ(line->text(), QString());
+    QTest::keyClicks(line, QStringLiteral("for Bob"));
+    _window->openConversation("Ada");
+    EXPECT_EQ(line->text(), QStringLiteral("for Ada"));
+    emit _window->inputBar().sendRequested();
+    _window->openConversation("Bob"); // Before it is sent.
+    EXPECT_EQ(line->text(), QStringLiteral("for Bob"));
+    expectSoon([this] { return !_window->feed().isSending(); });
+    _window->openConversation("Ada");
+    EXPECT_EQ(line->text(), QString());
+}
+
+TEST_F(MessagesWindowTest, TakesNoKeysBelowTheExpandedPanel) {
+    open();
+    auto* const line = _window->inputBar().findChild<QLineEdit*>();
+    line->setFocus();
+    _window->panel().setStyle(Style::Expanded, /*isAnimated=*/false);
+    for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_F6, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab}) {
+        QTest::keyClick(_window->focusWidget(), key);
+        EXPECT_FALSE(_window->inputBar().isAncestorOf(_window->focusWidget()));
+        EXPECT_FALSE(_window->transcript().isAncestorOf(_window->focusWidget()));
+    }
+    drag(-20);
+    EXPECT_TRUE(line->isVisible()); // The conversation is seen as soon as the panel goes down.
+}
+
 TEST_F(MessagesWindowTest, ComesBackAsItWasLeft) {
     open();
     _window->resize(500, 700);
