@@ -8,8 +8,11 @@
 #include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UITraitCollection.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScopedValueRollback>
 #include <QVariantAnimation>
 
 #include <algorithm>
@@ -230,17 +233,31 @@ void ExtensionPanel::dragEnded(double distance, double velocity) {
     }
 }
 
-void ExtensionPanel::focusContent() {
+/// The first of the extension's views that takes keys; null without one.
+QWidget* ExtensionPanel::contentForKeys() const {
     if (!_extension->isViewLoaded()) {
-        _handle->setFocus(Qt::ShortcutFocusReason);
-        return;
+        return nullptr;
     }
     const auto children = _extension->view().findChildren<QWidget*>();
     const auto first = std::ranges::find_if(children, [](const QWidget* child) {
         return child->isVisible() && (child->focusPolicy() & Qt::TabFocus) != 0;
     });
-    QWidget* const target = first == children.end() ? _handle : *first;
-    target->setFocus(Qt::ShortcutFocusReason);
+    return first == children.end() ? nullptr : *first;
+}
+
+void ExtensionPanel::focusContent() {
+    QWidget* const content = contentForKeys();
+    (content == nullptr ? _handle : content)->setFocus(Qt::ShortcutFocusReason);
+}
+
+bool ExtensionPanel::passKey(const QKeyEvent& event) {
+    QWidget* const content = contentForKeys();
+    if (content == nullptr || _isPassingKey || _content->isAncestorOf(window()->focusWidget())) {
+        return false; // What is not taken comes up to the window again.
+    }
+    const QScopedValueRollback isPassing(_isPassingKey, true);
+    QKeyEvent passed(event.type(), event.key(), event.modifiers(), event.text());
+    return QApplication::sendEvent(content, &passed) && passed.isAccepted();
 }
 
 void ExtensionPanel::paintEvent(QPaintEvent*) {

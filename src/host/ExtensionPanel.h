@@ -44,6 +44,8 @@ public:
     bool isMoving() const;
     MSMessagesAppViewController& extension() { return *_extension; }
     void focusContent();
+    /// Gives the key to the extension although the focus is elsewhere; true where the extension took it.
+    bool passKey(const QKeyEvent& event);
 
 signals:
     void styleChanged();
@@ -58,6 +60,7 @@ private:
     class Host;
 
     int heightOf(Style style) const;
+    QWidget* contentForKeys() const;
     void setPanelHeight(double height);
     void layOutContent();
     void resizeExtension(QSize size);
@@ -80,6 +83,7 @@ private:
     QSize _toldSize; ///< Of the extension's view.
     bool _isDragged = false;
     bool _isCovering = false;
+    bool _isPassingKey = false;
     double _height = 0;
     double _heightBeforeDrag = 0;
 };

@@ -83,6 +83,7 @@ std::unique_ptr<MessagesWindow> openWindow(
     setIdiom(options.isTablet.value_or(window->width() >= kLeastTabletWidth), options);
     window->openConversation(conversation);
     window->show();
+    window->activateWindow(); // No window manager, no focus that comes by itself.
     window->activateExtension();
     return window;
 }

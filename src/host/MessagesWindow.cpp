@@ -276,7 +276,13 @@ void MessagesWindow::focusNextRegion() {
 }
 
 void MessagesWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Escape) {
+    const bool isEscape = event->key() == Qt::Key_Escape;
+    const bool isRefresh = event->matches(QKeySequence::Refresh) ||
+                           (event->key() == Qt::Key_R && event->modifiers() == Qt::ControlModifier);
+    if ((isEscape || isRefresh) && _panel->passKey(*event)) {
+        return;
+    }
+    if (!isEscape) {
         QWidget::keyPressEvent(event);
     } else if (_panel->style() == ExtensionPanel::Style::Expanded) {
         _panel->setStyle(ExtensionPanel::Style::Compact, /*isAnimated=*/true);

@@ -89,7 +89,7 @@ void TranscriptView::focusNewest() {
     const auto& bubbles = _page->bubbles();
     if (!bubbles.empty()) {
         bubbles.back()->setFocus(Qt::ShortcutFocusReason);
-        ensureWidgetVisible(bubbles.back());
+        scrollToEnd(); // A bubble may be higher than what is seen.
     }
 }
 

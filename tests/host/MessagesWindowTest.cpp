@@ -67,6 +67,27 @@ public:
     }
 };
 
+/// Takes some keys and no others.
+class KeyTaker : public QWidget {
+public:
+    std::vector<int> taken;
+
+    KeyTaker(QWidget* parent, std::vector<int> wanted) : QWidget(parent), _wanted(std::move(wanted)) {
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        event->setAccepted(std::ranges::count(_wanted, event->key()) > 0);
+        if (event->isAccepted()) {
+            taken.push_back(event->key());
+        }
+    }
+
+private:
+    std::vector<int> _wanted;
+};
+
 class MessagesWindowTest : public testing::Test {
 protected:
     void open() {
@@ -353,6 +374,25 @@ TEST_F(MessagesWindowTest, TakesNoKeysBelowTheExpandedPanel) {
     }
     drag(-20);
     EXPECT_TRUE(line->isVisible()); // The conversation is seen as soon as the panel goes down.
+}
+
+TEST_F(MessagesWindowTest, RefreshesThePanelFromTheInputLineAndAsksItFirstOnEscape) {
+    putIntoField("f/8");
+    open();
+    expectSoon([this] { return _window->inputBar().hasPending(); });
+    KeyTaker content(&_extension->view(), {Qt::Key_F5, Qt::Key_R, Qt::Key_Escape});
+    content.show();
+    auto* const line = _window->inputBar().findChild<QLineEdit*>();
+    line->setFocus();
+    QTest::keyClick(line, Qt::Key_F5);
+    QTest::keyClick(line, Qt::Key_R, Qt::ControlModifier);
+    QTest::keyClick(line, Qt::Key_R);
+    QTest::keyClick(line, Qt::Key_Escape);
+    EXPECT_THAT(content.taken, ElementsAre(Qt::Key_F5, Qt::Key_R, Qt::Key_Escape));
+    EXPECT_EQ(line->text(), QStringLiteral("r"));
+    content.hide(); // With nothing to leave, Escape drops what is pending.
+    QTest::keyClick(line, Qt::Key_Escape);
+    expectSoon([this] { return !_window->inputBar().hasPending(); });
 }
 
 TEST_F(MessagesWindowTest, ComesBackAsItWasLeft) {
