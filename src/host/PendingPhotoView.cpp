@@ -19,16 +19,24 @@
 #include <QPainterPath>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace exifcard {
 namespace {
 
 constexpr int kThumbnailSide = 56;
 constexpr int kThumbnailRadius = 12;
 constexpr int kGap = 10;
-constexpr int kHeight = 56;
+constexpr int kTitleLineHeight = 18;
+constexpr int kLineHeight = 16;
 constexpr int kBottomGap = 8;
 constexpr int kButtonRoom = 40;
 constexpr int kButtonOverhang = 10; ///< The finger's room around the disc reaches into the field's padding.
+
+/// As high as the thumbnail, or as three lines of larger text.
+int contentHeight() {
+    return std::max(kThumbnailSide, hostLineHeight(kTitleLineHeight) + 2 * hostLineHeight(kLineHeight));
+}
 
 QString lineText(const std::optional<std::string>& text) {
     return text ? qString(*text) : QString();
@@ -40,7 +48,7 @@ PendingPhotoView::PendingPhotoView(QWidget* parent)
     : QWidget(parent)
     , _closeButton(makeRemovingButton(*this))
     , _retryButton(new SheetButton(SheetButton::Kind::Quiet, qString(localizedString("Try again")), this)) {
-    setFixedHeight(kHeight + kBottomGap);
+    setFixedHeight(contentHeight() + kBottomGap);
     connect(_closeButton, &QAbstractButton::clicked, this, &PendingPhotoView::closed);
     connect(_retryButton, &QPushButton::clicked, this, &PendingPhotoView::retried);
     setIsAccessibilityElement(*this, false); // Its buttons are elements.
@@ -51,6 +59,7 @@ void PendingPhotoView::showMessage(const ConversationEntry& entry) {
     const bool isSamePicture = _entry.picture && entry.picture && _entry.picture->file == entry.picture->file;
     _entry = entry;
     _isFailure = false;
+    setFixedHeight(contentHeight() + kBottomGap);
     _lines = {
         lineText(layout.imageTitle), lineText(layout.caption).simplified(), lineText(layout.subcaption)};
     // The caption's runs of spaces are for the wide bubble; here three stand between its parts.
@@ -72,6 +81,7 @@ void PendingPhotoView::showFailure(const std::string& error) {
     _entry = {};
     _thumbnail = {};
     _isFailure = true;
+    setFixedHeight(contentHeight() + kBottomGap);
     _lines = {qString(localizedString("Could not be added")), qString(error), {}};
     setToolTip(qString(error));
     setAccessibilityLabel(*this, QStringList{_lines.title, _lines.caption}.join(QLatin1String(": ")));
@@ -99,7 +109,7 @@ void PendingPhotoView::resizeEvent(QResizeEvent*) {
     _closeButton->setGeometry(QStyle::visualRect(layoutDirection(), rect(), close));
     const QSize retry = _retryButton->sizeHint();
     const QRect retryPlace(
-        QPoint(width() - kButtonRoom - retry.width() - 4, (kHeight - retry.height()) / 2), retry);
+        QPoint(width() - kButtonRoom - retry.width() - 4, (contentHeight() - retry.height()) / 2), retry);
     _retryButton->setGeometry(QStyle::visualRect(layoutDirection(), rect(), retryPlace));
 }
 
@@ -128,11 +138,11 @@ void PendingPhotoView::paintLines(QPainter& painter, const QRect& place) const {
         UIColor color;
     };
     const Line lines[] = {
-        {_lines.title, {hostFont(13, HostFontWeight::DemiBold), hostLineHeight(18), 1},
+        {_lines.title, {hostFont(13, HostFontWeight::DemiBold), hostLineHeight(kTitleLineHeight), 1},
             Apperance::appearanceTextColor()},
-        {_lines.caption, {hostFont(12), hostLineHeight(16), 1},
+        {_lines.caption, {hostFont(12), hostLineHeight(kLineHeight), 1},
             _isFailure ? secondaryTextColor() : Apperance::appearanceTextColor()},
-        {_lines.subcaption, {hostFont(12), hostLineHeight(16), 1}, secondaryTextColor()},
+        {_lines.subcaption, {hostFont(12), hostLineHeight(kLineHeight), 1}, secondaryTextColor()},
     };
     int height = 0;
     for (const Line& line : lines) {
@@ -153,9 +163,9 @@ void PendingPhotoView::paintLines(QPainter& painter, const QRect& place) const {
 void PendingPhotoView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    const QRect thumbnail(0, 0, kThumbnailSide, kThumbnailSide);
+    const QRect thumbnail(0, (contentHeight() - kThumbnailSide) / 2, kThumbnailSide, kThumbnailSide);
     const int right = _isFailure ? _retryButton->width() + kButtonRoom + kGap : kButtonRoom;
-    const QRect text(kThumbnailSide + kGap, 0, width() - kThumbnailSide - kGap - right, kHeight);
+    const QRect text(kThumbnailSide + kGap, 0, width() - kThumbnailSide - kGap - right, contentHeight());
     paintThumbnail(painter, QStyle::visualRect(layoutDirection(), rect(), thumbnail));
     paintLines(painter, QStyle::visualRect(layoutDirection(), rect(), text));
 }
