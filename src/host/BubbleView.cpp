@@ -21,6 +21,7 @@ namespace exifcard {
 namespace {
 
 constexpr double kSpeakersCornerRadius = 6;
+constexpr int kDragPictureSide = 128; ///< Small enough to see where it is dropped.
 
 QPainterPath roundedPath(const QRectF& rectangle, double radius, double lowerLeft, double lowerRight) {
     const auto corner = [](double x, double y, double side) { return QRectF(x, y, 2 * side, 2 * side); };
@@ -126,7 +127,8 @@ void BubbleView::mouseMoveEvent(QMouseEvent* event) {
     drag->setMimeData(mimeData());
     const QPixmap picture = dragPicture();
     if (!picture.isNull()) {
-        drag->setPixmap(picture);
+        const int side = static_cast<int>(kDragPictureSide * picture.devicePixelRatio());
+        drag->setPixmap(picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     }
     drag->exec(Qt::CopyAction);
 }

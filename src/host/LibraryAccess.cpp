@@ -107,10 +107,7 @@ ChoiceSheet* LibraryAccess::openSheet() const {
 
 void LibraryAccess::start(const std::optional<std::string>& folder) {
     if (folder) {
-        _isFolderNamed = true;
-        PHPhotoLibrary::grantForThisProcess();
-        startKeeper();
-        addFolder(*folder);
+        addNamedFolder(*folder);
         return;
     }
     if (PHPhotoLibrary::authorizationStatus() != PHAuthorizationStatus::NotDetermined) {
@@ -133,6 +130,16 @@ void LibraryAccess::startKeeper() {
     if (isAllowed && !std::exchange(_isKeeperStarted, true)) {
         _keeper->start();
     }
+}
+
+void LibraryAccess::addNamedFolder(const std::string& folder) {
+    _isFolderNamed = true;
+    PHPhotoLibrary::grantForThisProcess();
+    if (_sheet) {
+        _sheet->close(); // The question is answered.
+    }
+    startKeeper();
+    addFolder(folder);
 }
 
 void LibraryAccess::addFolder(const std::string& folder) {

@@ -35,6 +35,8 @@ public:
     /// @param folder  One that the user named at the start, which is permission enough; absolute.
     void start(const std::optional<std::string>& folder);
     void addFolder(const std::string& folder);
+    /// As at the start: naming a folder answers a question that waits, and permits what the answer had not.
+    void addNamedFolder(const std::string& folder);
     /// The sheet that waits for an answer; null without.
     ChoiceSheet* openSheet() const;
 

@@ -164,7 +164,7 @@ void MessagesWindow::openLibrary(const std::optional<std::string>& folder) {
 }
 
 void MessagesWindow::addFolder(const std::string& folder) {
-    _libraryAccess->addFolder(folder);
+    _libraryAccess->addNamedFolder(folder);
 }
 
 void MessagesWindow::activateExtension() {

@@ -4,6 +4,8 @@
 #include "host/SheetButton.h"
 #include "host/Waiting.h"
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/NotificationCenter.h"
+#include "platform/foundation/UserDefaults.h"
 #include "screens/ListScreenRequests.h"
 #include "support/TemporaryHome.h"
 
@@ -62,6 +64,20 @@ TEST_F(LibraryAccessTest, DecidesNothingWhenItsWindowClosesWhileItAsks) {
     _window.reset();
     expectSoon([this] { return _answer == static_cast<int>(PHAuthorizationStatus::NotDetermined); });
     EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::NotDetermined));
+}
+
+/// The last one, for nothing takes the permission back from the process.
+TEST_F(LibraryAccessTest, TakesAFolderThatIsNamedLaterForTheAnswer) {
+    std::atomic<int> told = 0;
+    const auto observation = NotificationCenter::defaultCenter().addObserver(
+        kUserDefaultsDidChangeNotification, nullptr, [&told](const Notification&) { ++told; });
+    _access->start(std::nullopt);
+    expectSheet();
+    const int toldBefore = told;
+    _access->addNamedFolder((_home.path() / "photos").string());
+    expectSoon([this] { return sheet() == nullptr; });
+    EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::Authorized));
+    EXPECT_GT(told, toldBefore) << "lists that could not be read learn of it";
 }
 
 } // namespace

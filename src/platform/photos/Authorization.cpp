@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Array.h"
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/NotificationCenter.h"
 #include "platform/foundation/UserDefaults.h"
 #include "platform/photos/PHPhotoLibrary.h"
 
@@ -99,7 +100,9 @@ void PHPhotoLibrary::setAuthorization(
 }
 
 void PHPhotoLibrary::grantForThisProcess() {
-    isGrantedForThisProcess = true;
+    if (!isGrantedForThisProcess.exchange(true)) {
+        NotificationCenter::defaultCenter().postNotificationName(kUserDefaultsDidChangeNotification, nullptr);
+    }
 }
 
 } // namespace exifcard

@@ -51,6 +51,7 @@ public:
     static void setAuthorization(
         PHAuthorizationStatus status, const std::vector<std::string>& limitedFolders = {});
     /// For a program whose start is the decision, such as the command line: authorized, whatever is stored.
+    /// Told as a change of the user defaults, where a decision is stored.
     static void grantForThisProcess();
 
     using CompletionHandler = std::function<void(bool success, const std::optional<PHError>& error)>;
