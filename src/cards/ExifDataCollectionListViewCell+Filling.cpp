@@ -46,7 +46,8 @@ void ExifDataCollectionListViewCell::updateUI(const ExifOriginalCellBlock& block
     if (!record) {
         return;
     }
-    if (record->imageFilePath && !record->imageFilePath->empty()) {
+    // A thumbnail would come after the picture of the file, and stay.
+    if (record->imageFilePath && !record->imageFilePath->empty() && !record->thumbNailImage) {
         showPictureOfFile(*record->imageFilePath);
     }
     if (QAbstractButton* const playButton = outlets().playButton) {

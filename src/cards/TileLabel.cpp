@@ -81,9 +81,6 @@ bool TileLabel::event(QEvent* event) {
     if (event->type() == QEvent::FontChange) {
         _laidOut.setText(QString());
     }
-    if (event->type() == QEvent::FontChange) {
-        _laidOut.setText({});
-    }
     if (event->type() != QEvent::ToolTip) {
         return QLabel::event(event);
     }

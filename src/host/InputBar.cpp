@@ -111,6 +111,7 @@ InputBar::InputBar(QWidget* parent)
     column->addLayout(_waiting);
     column->addLayout(lineRow);
     connect(_line, &QLineEdit::textChanged, this, &InputBar::updateSendButton);
+    connect(_line, &QLineEdit::textChanged, this, &InputBar::alignLine);
     connect(_line, &QLineEdit::returnPressed, this, &InputBar::sendRequested);
     connect(_sendButton, &QAbstractButton::clicked, this, &InputBar::sendRequested);
     connect(_photoView, &PendingPhotoView::closed, this, &InputBar::dropRequested);
@@ -118,6 +119,7 @@ InputBar::InputBar(QWidget* parent)
     connect(_failureView, &PendingPhotoView::retried, this, &InputBar::retryRequested);
     connect(_textView, &PendingTextView::closed, this, &InputBar::dropRequested);
     takeAppearance();
+    alignLine();
     updateContent();
 }
 
@@ -198,6 +200,14 @@ void InputBar::updateSendButton() {
     _sendButton->setEnabled(!_isSending && (!_pending.empty() || !_line->text().isEmpty()));
 }
 
+/// A text stands on the side where its own words begin; while there is none, hint and cursor stand where the
+/// window's language begins, whatever the keyboard writes.
+void InputBar::alignLine() {
+    const bool isFromRight = layoutDirection() == Qt::RightToLeft;
+    const Qt::Alignment start = Qt::AlignAbsolute | (isFromRight ? Qt::AlignRight : Qt::AlignLeft);
+    _line->setAlignment(Qt::AlignVCenter | (_line->text().isEmpty() ? start : Qt::AlignLeading));
+}
+
 void InputBar::takeAppearance() {
     QPalette colors = palette();
     colors.setColor(QPalette::Base, Qt::transparent);
@@ -239,6 +249,9 @@ int InputBar::heightForWidth(int barWidth) const {
 
 void InputBar::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        alignLine();
+    }
     if (event->type() == QEvent::PaletteChange && !_isTakingAppearance) {
         _isTakingAppearance = true;
         takeAppearance();

@@ -60,6 +60,7 @@ protected:
 private:
     void updateContent();
     void updateSendButton();
+    void alignLine();
     void takeAppearance();
 
     std::vector<ConversationEntry> _pending;

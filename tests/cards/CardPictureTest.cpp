@@ -98,6 +98,16 @@ TEST_F(CardPictureTest, ShowsTheFileOfARecordWithoutAsset) {
     EXPECT_EQ(picture(*cell)->size(), (CGSize{497, 331}));
 }
 
+TEST_F(CardPictureTest, TheThumbnailOfARecordOutweighsItsFile) {
+    const auto record = ExifInformation::init();
+    record->imageFilePath = EXIFCARD_TEST_DATA "/mwg.jpg"; // There far sooner than the other one.
+    record->thumbNailImage =
+        imageWithData(Data::mappedFile(EXIFCARD_TEST_DATA "/canon-6d-elephants.jpg").value());
+    const auto cell = makeCell(record);
+    waitUntil([&cell] { return picture(*cell) != nullptr; });
+    EXPECT_EQ(picture(*cell)->size(), (CGSize{119, 76}));
+}
+
 TEST_F(CardPictureTest, FillsAViewThatWasNotShownYetWithTheThumbnailOfARecord) {
     const auto record = ExifInformation::init();
     record->thumbNailImage =

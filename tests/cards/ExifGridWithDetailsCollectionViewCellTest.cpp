@@ -6,6 +6,10 @@
 #include "settings/PersistanceManager.h"
 
 #include <QAccessible>
+#include <QBitmap>
+#include <QImage>
+
+#include <cmath>
 
 namespace exifcard {
 namespace {
@@ -160,6 +164,20 @@ TEST_F(ExifGridWithDetailsCollectionViewCellTest, ReadersChangeTheFavouriteWitho
     waitUntil([] { return assetNamed(kCanon)->isFavorite; });
     EXPECT_EQ(accessibilityValue(*cell), QStringLiteral("Favorite"));
     EXPECT_TRUE(actions->actionNames().contains(QStringLiteral("Remove from favorites")));
+}
+
+TEST_F(ExifGridWithDetailsCollectionViewCellTest, TheBorderOfASelectedTileLeavesTheDateWhole) {
+    constexpr double kSelectionBorderWidth = 3.5;
+    const auto cell = makeCell(recordOf(add(kCanon, {})));
+    auto& date = outlet<QLabel>(*cell, "dateTakenLabel");
+    date.setText(QStringLiteral("yesterday"));
+    QImage drawn(date.size(), QImage::Format_ARGB32_Premultiplied);
+    drawn.fill(Qt::transparent);
+    date.render(&drawn, QPoint(), QRegion(), QWidget::DrawChildren);
+    const QRect ink = QRegion(QBitmap::fromImage(drawn.createAlphaMask(Qt::ThresholdDither))).boundingRect();
+    ASSERT_FALSE(ink.isEmpty());
+    const int bottom = date.mapTo(cell.get(), QPoint(0, ink.bottom() + 1)).y();
+    EXPECT_LE(bottom, std::ceil(cell->height() - kSelectionBorderWidth));
 }
 
 TEST_F(ExifGridWithDetailsCollectionViewCellTest, LetsThePictureGrowAndMirrorsForReadingFromTheRight) {

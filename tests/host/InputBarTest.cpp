@@ -1,0 +1,39 @@
+#include "host/InputBar.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+
+namespace exifcard {
+namespace {
+
+bool standsOnTheRight(QLineEdit& line) {
+    line.grab(); // Scrolls the text to its place.
+    const QRect cursor = line.inputMethodQuery(Qt::ImCursorRectangle).toRect();
+    return cursor.center().x() > line.width() / 2;
+}
+
+TEST(InputBarTest, AnEmptyLineBeginsWithTheWindowsLanguageAndATextWithItsOwn) {
+    QWidget window;
+    InputBar bar(&window);
+    bar.resize(375, bar.heightForWidth(375));
+    bar.grab(); // Lays it out.
+    auto& line = *bar.findChild<QLineEdit*>();
+    EXPECT_FALSE(standsOnTheRight(line));
+
+    window.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_TRUE(standsOnTheRight(line));
+    line.setText(QStringLiteral("Hello"));
+    EXPECT_FALSE(standsOnTheRight(line));
+    line.setText(QStringLiteral("\u0633\u0644\u0627\u0645"));
+    line.end(false);
+    EXPECT_TRUE(standsOnTheRight(line));
+    line.clear();
+    EXPECT_TRUE(standsOnTheRight(line));
+
+    window.setLayoutDirection(Qt::LeftToRight);
+    EXPECT_FALSE(standsOnTheRight(line));
+}
+
+} // namespace
+} // namespace exifcard
