@@ -156,6 +156,10 @@ QString InputBar::typedText() const {
     return _line->text();
 }
 
+bool InputBar::hasTypedText() const {
+    return !_line->text().trimmed().isEmpty();
+}
+
 void InputBar::setTypedText(const QString& text) {
     _line->setText(text);
 }
@@ -197,7 +201,7 @@ void InputBar::updateContent() {
 }
 
 void InputBar::updateSendButton() {
-    _sendButton->setEnabled(!_isSending && (!_pending.empty() || !_line->text().isEmpty()));
+    _sendButton->setEnabled(!_isSending && (!_pending.empty() || hasTypedText()));
 }
 
 /// A text stands on the side where its own words begin; while there is none, hint and cursor stand where the

@@ -38,6 +38,7 @@ public:
     void setSending(bool isSending);
 
     QString typedText() const;
+    bool hasTypedText() const; ///< More than blanks.
     void setTypedText(const QString& text);
     void clearTypedText(const QString& sentText);
     void focusLine();

@@ -55,6 +55,15 @@ bool hasDisplay() {
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
+QtMessageHandler toolkitsHandler = nullptr;
+
+/// Nobody can do anything about a folder that the toolkit misses and does without.
+void tellWithoutMissedFolder(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (!message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"))) {
+        toolkitsHandler(type, context, message);
+    }
+}
+
 /// Phone or tablet for as long as the program runs.
 void setIdiom(bool isTablet, const MessagesOptions& options) {
     UITraitCollection traits = UITraitCollection::currentTraitCollection();
@@ -131,6 +140,7 @@ int runTour(const MessagesOptions& options) {
 
 int runMessages(int argumentCount, char** arguments) {
     const QStringList list = argumentList(argumentCount, arguments);
+    toolkitsHandler = qInstallMessageHandler(tellWithoutMissedFolder);
     setFieldTest(isFieldKey); // What a settings file names is no reason to end.
     if (list.value(1) == QStringLiteral("render")) {
         return runRender(list, argumentCount, arguments);

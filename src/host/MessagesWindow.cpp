@@ -185,7 +185,8 @@ void MessagesWindow::showContent(bool isSameConversation) {
 }
 
 void MessagesWindow::send() {
-    const std::string typedText = textFromQString(_inputBar->typedText());
+    const bool hasTypedText = _inputBar->hasTypedText();
+    const std::string typedText = hasTypedText ? textFromQString(_inputBar->typedText()) : std::string();
     if (_feed->isSending() || (_feed->pending().empty() && typedText.empty())) {
         return;
     }

@@ -21,6 +21,9 @@ struct Outcome {
 
 Outcome run(const QStringList& arguments) {
     QProcess program;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("XDG_RUNTIME_DIR")); // As on a machine that nobody is logged in to.
+    program.setProcessEnvironment(environment);
     program.start(QStringLiteral(EXIFCARD_BINARY_DIR "/exifcard-messages"), arguments);
     program.waitForFinished(60'000);
     return {program.exitCode(), program.readAllStandardOutput().toStdString(),
@@ -70,6 +73,7 @@ TEST(MessagesProgramTest, DrawsAViewAtTheScaleAskedFor) {
         file, QStringLiteral("--scale"), QStringLiteral("1"), QStringLiteral("--dark")};
     const Outcome outcome = run(arguments);
     ASSERT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.errors, "");
     const QImage picture(file);
     EXPECT_EQ(picture.size(), QSize(375, 812));
     EXPECT_EQ(picture.pixelColor(187, 200), QColor(Qt::black));

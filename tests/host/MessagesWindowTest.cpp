@@ -345,6 +345,19 @@ TEST_F(MessagesWindowTest, GoesRoundTheRegionsWithF6) {
     EXPECT_TRUE(_window->panel().isAncestorOf(regions[2]));
 }
 
+TEST_F(MessagesWindowTest, SendsNoBlanks) {
+    open();
+    auto* const line = _window->inputBar().findChild<QLineEdit*>();
+    QTest::keyClicks(line, QStringLiteral("  "));
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_FALSE(_window->feed().isSending());
+    putIntoField("f/8");
+    expectSoon([this] { return _window->inputBar().hasPending(); });
+    QTest::keyClick(line, Qt::Key_Return);
+    expectSoon([this] { return !_window->feed().isSending(); });
+    EXPECT_EQ(_window->feed().sent().size(), 1U) << "the photo alone";
+}
+
 TEST_F(MessagesWindowTest, KeepsWhatIsTypedInItsConversation) {
     open();
     auto* const line = _window->inputBar().findChild<QLineEdit*>();
