@@ -114,20 +114,18 @@ void StickerPhotosExifViewController::sendPhotoWithEXIF(const Record& record) {
     }
     const auto kept =
         keptOffOtherQueues(std::static_pointer_cast<StickerPhotosExifViewController>(shared_from_this()));
-    PhotoSending sending(conversation, messagesViewController.lock());
-    sending.setInsertionTurn(
-        [kept](std::function<void()> insertion) { kept->_insertions.wait(std::move(insertion)); });
-    sending.sendPhotoWithEXIF(
-        record,
-        [asset = record->phAsset](const auto& resultHandler) { requestImageData(asset, resultHandler); },
-        [kept, record](const PhotoSendingResult& result) {
-            DispatchQueue::mainQueue().async([kept, record, result] { kept->sendingEnded(record, result); });
-        });
+    PhotoSending(conversation, messagesViewController.lock())
+        .sendPhotoWithEXIF(
+            record,
+            [asset = record->phAsset](const auto& resultHandler) { requestImageData(asset, resultHandler); },
+            [kept, record](const PhotoSendingResult& result) {
+                DispatchQueue::mainQueue().async(
+                    [kept, record, result] { kept->sendingEnded(record, result); });
+            });
 }
 
 void StickerPhotosExifViewController::sendingEnded(const Record& record, const PhotoSendingResult& result) {
     const auto self = std::static_pointer_cast<StickerPhotosExifViewController>(shared_from_this());
-    _insertions.ended();
     if (sendingObserver) {
         sendingObserver({record, result, [self, record] { self->sendPhotoWithEXIF(record); }});
     }

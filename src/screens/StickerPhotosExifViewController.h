@@ -2,7 +2,6 @@
 
 #include "platform/uikit/NSLayoutConstraint.h"
 #include "screens/ExifDataListViewController.h"
-#include "screens/InsertionQueue.h"
 #include "screens/SendingOutcome.h"
 
 #include <QPointer>
@@ -40,8 +39,7 @@ public:
     /// Shows the strip below an album, and hides it below all photos.
     void updateAdvancedViewUI();
     void includeTextAsSwitchValueChanged(bool isOn);
-    /// Each photo is asked for at once, and goes into the field, with its text, as soon as it is there and
-    /// none other is being put in. One under way keeps the screen.
+    /// Each photo is asked for at once; one under way keeps the screen.
     void sendPhotoWithEXIF(const Record& record);
     /// Intended: an experiment that nothing calls. Loads the 24th of the albums by title, if there are as
     /// many.
@@ -53,8 +51,6 @@ protected:
 private:
     void load(const PHAssetCollectionPtr& album);
     void sendingEnded(const Record& record, const PhotoSendingResult& result);
-
-    InsertionQueue _insertions;
 };
 
 } // namespace exifcard

@@ -5,6 +5,7 @@
 #include "platform/corelocation/CLGeocoder.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/imageio/ImageDrawing.h"
+#include "sending/InsertionQueue.h"
 #include "sending/PhotoMessage.h"
 #include "sending/PresentationStyleHolder.h"
 #include "settings/PersistanceManager.h"
@@ -21,16 +22,18 @@ void findPlaceName(
     if (record->locationName && !record->locationName->empty()) {
         return;
     }
-    group->enter();
-    // Intended: asked without a location too; the answer is then that there is none.
     const auto geocoder = std::make_shared<CLGeocoder>();
-    geocoder->reverseGeocodeLocation(
-        record->location, [record, group, geocoder](const std::vector<CLPlacemark>& placemarks, auto) {
+    // The geocoder keeps it while it runs, and each sending has its own, for several can be under way.
+    CLGeocoder::CompletionHandler locationCompletionHandler =
+        [record, group, geocoder](const std::vector<CLPlacemark>& placemarks, auto) {
             if (!placemarks.empty()) {
                 record->locationName = placeNameFromPlacemark(placemarks.front());
             }
             group->leave();
-        });
+        };
+    group->enter();
+    // Intended: asked without a location too; the answer is then that there is none.
+    geocoder->reverseGeocodeLocation(record->location, std::move(locationCompletionHandler));
 }
 
 } // namespace
@@ -69,11 +72,9 @@ void PhotoSending::imageDataArrived(Photo photo, const std::optional<Data>& imag
     const auto group = std::make_shared<DispatchGroup>();
     findPlaceName(photo.record, group);
     group->notify(DispatchQueue::mainQueue(), [sending = *this, photo = std::move(photo)] {
-        if (sending._insertionTurn) {
-            sending._insertionTurn([sending, photo] { sending.insert(photo); });
-        } else {
+        InsertionQueue::ofConversation(sending._conversation->name()).wait([sending, photo] {
             sending.insert(photo);
-        }
+        });
     });
 }
 
@@ -90,14 +91,21 @@ void PhotoSending::insertMessage(const Photo& photo) const {
 
 void PhotoSending::insertText(const Photo& photo, const std::optional<std::string>& messageError) const {
     if (!PersistanceManager::sharedInstance().includeExifAsTextOniMessageApp()) {
-        photo.completionHandler({.text = std::nullopt, .error = messageError});
+        end(photo, {.text = std::nullopt, .error = messageError});
         return;
     }
     // Intended: the text follows a message that could not be inserted, too.
     auto text = photo.record->shortExifStringsForShare();
-    _conversation->insertText(text, [photo, messageError, text](const std::optional<std::string>& textError) {
-        photo.completionHandler({.text = text, .error = messageError ? messageError : textError});
-    });
+    _conversation->insertText(
+        text, [sending = *this, photo, messageError, text](const std::optional<std::string>& textError) {
+            sending.end(photo, {.text = text, .error = messageError ? messageError : textError});
+        });
+}
+
+void PhotoSending::end(const Photo& photo, const PhotoSendingResult& result) const {
+    DispatchQueue::mainQueue().async(
+        [name = _conversation->name()] { InsertionQueue::ofConversation(name).ended(); });
+    photo.completionHandler(result);
 }
 
 void PhotoSending::leaveExpandedStyle() const {

@@ -31,22 +31,17 @@ public:
     /// Called exactly once, on a background queue, when everything is in the field.
     using CompletionHandler = std::function<void(const PhotoSendingResult& result)>;
 
-    /// Calls what puts a message and its text into the field, now or when it is its turn; on the main queue.
-    /// The turn ends with the completion handler.
-    using InsertionTurn = std::function<void(std::function<void()> insertion)>;
-
     /// @param presentation  Asked for the compact style once a message is on its way, so that the user sees
     ///                      it; may be null.
     explicit PhotoSending(std::shared_ptr<const MSConversation> conversation,
         std::weak_ptr<PresentationStyleHolder> presentation = {});
 
     /// Sends nothing without a picture's data but the texts. A record without a place name gets that of its
-    /// location; the message is built on the main queue, which must be running.
+    /// location; the message is built on the main queue, which must be running. It goes into the field with
+    /// its text once it is ready and no other is being put in.
     void sendPhotoWithEXIF(std::shared_ptr<ExifInformation> record,
         const ImageDataRequest& requestImageData,
         CompletionHandler completionHandler = nullptr) const;
-    /// Empty, as at first: photos go into the field when they are ready.
-    void setInsertionTurn(InsertionTurn insertionTurn) { _insertionTurn = std::move(insertionTurn); }
 
 private:
     struct Photo;
@@ -55,11 +50,11 @@ private:
     void insert(const Photo& photo) const;
     void insertMessage(const Photo& photo) const;
     void insertText(const Photo& photo, const std::optional<std::string>& messageError) const;
+    void end(const Photo& photo, const PhotoSendingResult& result) const;
     void leaveExpandedStyle() const;
 
     std::shared_ptr<const MSConversation> _conversation;
     std::weak_ptr<PresentationStyleHolder> _presentation;
-    InsertionTurn _insertionTurn;
 };
 
 } // namespace exifcard

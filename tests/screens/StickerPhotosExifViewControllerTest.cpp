@@ -187,6 +187,40 @@ TEST_F(StickerPhotosExifViewControllerTest, LeavesOnePhotoInTheFieldWithItsOwnTe
     EXPECT_EQ(field()[1].text, outcomes.back().record->shortExifStringsForShare());
 }
 
+TEST_F(StickerPhotosExifViewControllerTest, LeavesOnePhotoInTheFieldWhenThePanelsNextScreenSendsAtOnce) {
+    addPhotos(1);
+    addPhotos(1, "canon-40d-northwest-rating5.jpg");
+    wantText(true);
+    std::vector<std::shared_ptr<Screen>> screens = {sendScreen(), sendScreen(), sendScreen()};
+    for (std::size_t sent = 0; sent < screens.size(); ++sent) {
+        screens[sent]->didSelectItemAtIndexPath(*screens[sent]->collectionView, {0, sent % 2});
+    }
+    screens.clear();
+    waitUntil([&] { return outcomes.size() == 3; });
+    ASSERT_EQ(field().size(), 2U);
+    const auto& last = outcomes.back().record;
+    EXPECT_EQ(field()[0].message.layout.subcaption, last->cameraModel);
+    EXPECT_EQ(field()[1].text, last->shortExifStringsForShare());
+}
+
+TEST_F(StickerPhotosExifViewControllerTest, SendsWhatIsTappedWhileTheListLoads) {
+    addPhotos(101);
+    const auto screen = sendScreen();
+    const auto shown = screen->dataSource->exifDataItemsArray;
+    screen->dataSource->loadMoreResultsWithCompletionBlock({});
+    ASSERT_TRUE(screen->dataSource->isLoading());
+    tap(*screen, {0, 2});
+    EXPECT_EQ(outcomes.back().record, shown[2]);
+
+    screen->refresh(); // The cells are still there, their photos are not.
+    screen->didSelectItemAtIndexPath(*screen->collectionView, {0, 2});
+    screen->didSelectItemAtIndexPath(*screen->collectionView, {1, 0});
+    waitUntilLoaded(*screen);
+    tap(*screen, {0, 3});
+    EXPECT_EQ(outcomes.back().record, screen->dataSource->exifDataItemsArray[3]);
+    EXPECT_EQ(outcomes.size(), 2U);
+}
+
 TEST_F(StickerPhotosExifViewControllerTest, SendsOtherPhotosWhileTheDiskOfOneDoesNotAnswer) {
     const auto disk = std::make_shared<StallingDisk>();
     addPhotos(1);

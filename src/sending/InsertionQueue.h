@@ -2,15 +2,19 @@
 
 #include <deque>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace exifcard {
 
-/// Lets what is put into an input field go in one after the other, each with all that belongs to it. Main
-/// queue.
+/// Lets what is put into the input field of a conversation go in one after the other, each with all that
+/// belongs to it, whichever screen it comes from. Main queue.
 class InsertionQueue {
 public:
     using Insertion = std::function<void()>;
+
+    /// The one of that conversation; never goes.
+    static InsertionQueue& ofConversation(const std::string& name);
 
     /// Runs it at once, or when those before have ended.
     void wait(Insertion insertion) {
