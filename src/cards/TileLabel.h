@@ -10,7 +10,8 @@
 namespace exifcard {
 
 /// One line of a tile, in a colour that follows the appearance. What does not fit first shrinks, as far as
-/// it may, and then ends in an ellipsis; the tooltip has it whole. Blanks around it are not drawn.
+/// it may, and then ends in an ellipsis; the tooltip has it whole, or the
+/// beginning of a very long one. Blanks around it are not drawn.
 class TileLabel : public QLabel {
     Q_OBJECT
     Q_PROPERTY(double minimumScaleFactor READ minimumScaleFactor WRITE setMinimumScaleFactor)

@@ -5,6 +5,8 @@
 #include <QFont>
 #include <QImage>
 
+#include <ctime>
+
 namespace exifcard {
 namespace {
 
@@ -45,6 +47,14 @@ TEST_F(TileLabelTest, PlacesItsTextByTheFontThatItHasNow) {
     const QImage small = picture(label);
     EXPECT_NE(small, before);
     EXPECT_EQ(small, picture(label));
+}
+
+TEST_F(TileLabelTest, PaintsTheBeginningOfATextOfAMillionCharactersAtOnce) {
+    label.setText(QStringLiteral("a\u0301\u0302\u0303").repeated(250'000));
+    const std::clock_t begin = std::clock();
+    picture(label);
+    EXPECT_LT(std::clock() - begin, CLOCKS_PER_SEC / 20); // Of the processor.
+    EXPECT_TRUE(label.shownText().endsWith(QChar(0x2026)));
 }
 
 } // namespace
