@@ -5,6 +5,9 @@
 #include "appearance/uikit/Apperance+Views.h"
 #include "appearance/uikit/UIAppearance+Shadow.h"
 #include "appearance/uikit/UITextField+Font.h"
+#include "platform/uikit/NavigationBar.h"
+#include "platform/uikit/UICollectionView.h"
+#include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UITraitCollection.h"
 #include "platform/uikit/UIView.h"
 #include "platform/uivalues/UIDevice.h"
@@ -16,6 +19,7 @@
 #include <QFontInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTableView>
 
 namespace exifcard {
 namespace {
@@ -136,6 +140,30 @@ TEST_F(ApperanceViewsTest, DefaultsAreSetInOrderAndTheLastOneStands) {
     updateAppApperance();
     EXPECT_EQ(defaultColor("UISegmentedControl", "selectedSegmentTintColor"), std::nullopt);
     EXPECT_EQ(defaultColor("UINavigationBar", "barTintColor"), UIColor::whiteColor());
+}
+
+TEST_F(ApperanceViewsTest, ViewsMadeAfterwardsHaveTheDefaults) {
+    updateAppApperance();
+    for (const auto style : {UIUserInterfaceStyle::Dark, UIUserInterfaceStyle::Light}) {
+        setStyle(style);
+        const auto shown = [](std::string_view view, std::string_view property) {
+            return qColor(defaultColor(view, property).value()).name();
+        };
+        const QLabel label;
+        EXPECT_EQ(label.palette().color(QPalette::WindowText).name(), shown("UILabel", "textColor"));
+        const QTableView table;
+        EXPECT_EQ(table.palette().color(QPalette::Base).name(), shown("UITableView", "backgroundColor"));
+        UICollectionView list;
+        EXPECT_EQ(qColor(static_cast<UIView*>(list.viewport())->backgroundColor()).name(),
+            shown("UICollectionView", "backgroundColor"));
+
+        NavigationBar bar;
+        EXPECT_EQ(qColor(bar.backgroundColor()).name(), shown("UINavigationBar", "backgroundColor"));
+        const QLabel& title = *bar.findChild<QLabel*>();
+        EXPECT_EQ(title.palette().color(QPalette::WindowText).name(),
+            shown("UINavigationBar", "titleTextAttributes.foregroundColor"));
+        EXPECT_EQ(title.font(), qFont(std::get<UIFont>(appearanceDefaults()[14].value)));
+    }
 }
 
 TEST_F(ApperanceViewsTest, ATextFieldsTagChoosesItsFace) {
