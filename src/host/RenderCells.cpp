@@ -19,6 +19,8 @@
 namespace exifcard {
 namespace {
 
+/// As long as they get, with signs that a mirrored text would scatter.
+constexpr const char* kProgressMessage = "Downloading photos from iCloud :- 62.00%";
 constexpr double kTileGap = 2;
 constexpr int kTilesInRow = 3;
 constexpr int kTileWidth = 121;
@@ -123,7 +125,7 @@ std::unique_ptr<QWidget> makeLoadingCell(RenderContext& context) {
     auto* const cell = new LoadingMoreCollectionViewCell;
     cell->setParent(background.get());
     cell->setFrame({{0, 0}, {width, kHeight}});
-    cell->loadingMessageLabel().setText(QStringLiteral("100 of 4182"));
+    cell->loadingMessageLabel().setText(QString::fromLatin1(kProgressMessage));
     cell->startAnimatingLoading();
     cell->progressBarWidthConstraint.setConstant(width * kShownPart);
     cell->layOutBar(/*seconds=*/0);
@@ -146,7 +148,7 @@ std::unique_ptr<QWidget> makeOverlay(RenderContext& context) {
         MBProgressHUD* const overlay = MBProgressHUD::showHUDAddedTo(*panel, /*animated=*/false);
         overlay->setMode(mode);
         overlay->setProgress(kShownPart);
-        overlay->setLabelText("Loading");
+        overlay->setLabelText(kProgressMessage);
         top += panelSize.height();
     }
     return background;

@@ -63,6 +63,7 @@ void SheetButton::paintEvent(QPaintEvent*) {
     painter.setPen(
         qColor(isFilled ? Apperance::appearanceBackgroundColor() : Apperance::appearanceTextColor()));
     painter.setFont(fontOfKind(_kind));
+    painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const QFontMetrics metrics(painter.font());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextHideMnemonic,
         metrics.elidedText(text(), Qt::ElideRight, width() - paddingOfKind(_kind)));
