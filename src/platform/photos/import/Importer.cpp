@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <atomic>
 #include <filesystem>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -115,9 +116,11 @@ ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlace
     noteMountPoints(plan, places);
     AssetStore store(writer, places);
     readAndStore(plan, store, writer);
+    tellLostRoots(plan, places);
     store.forget(missingForSure(plan, places));
     for (const std::string& folder : plan.goneFolders) {
-        if (!places.isAway(folder)) {
+        const LibraryRoot* const root = places.rootOf(folder);
+        if (root != nullptr && isFolderThere(root->path) && !places.isAway(folder)) {
             places.remove(folder);
         }
     }
@@ -181,6 +184,22 @@ void Importer::readAndStore(const ImportPlan& plan, AssetStore& store, Catalogue
     readAhead(_jobs, {.count = plan.groups.size(), .read = read, .take = take, .isStopped = [&hasFailed] {
                           return hasFailed.load();
                       }});
+}
+
+/// Those that were there when they were looked through.
+void Importer::tellLostRoots(const ImportPlan& plan, const LibraryPlaces& places) {
+    std::set<std::string> lost;
+    const auto look = [&](const std::string& folder) {
+        const LibraryRoot* const root = places.rootOf(folder);
+        if (root != nullptr && !isFolderThere(root->path)) {
+            lost.insert(root->path);
+        }
+    };
+    std::ranges::for_each(plan.folders, look);
+    std::ranges::for_each(plan.goneFolders, look);
+    for (const std::string& root : lost) {
+        tellProblem({root, "is no longer there; what the library holds of it is kept"});
+    }
 }
 
 /// A drive that went away during the import took its files along; they are not gone.

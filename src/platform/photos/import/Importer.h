@@ -63,6 +63,7 @@ public:
 
 private:
     ImportReport run(const std::function<void(ImportPlanner&, LibraryPlaces&)>& choose);
+    void tellLostRoots(const ImportPlan& plan, const LibraryPlaces& places);
     static void noteMountPoints(const ImportPlan& plan, LibraryPlaces& places);
     void addTree(ImportPlanner& planner, const LibraryPlaces& places, const std::string& folder);
     void readAndStore(const ImportPlan& plan, AssetStore& store, CatalogueWriter& writer);
