@@ -33,8 +33,7 @@ std::string_view kindOf(const PHAssetCollection& album) {
 }
 
 ExitStatus listAlbums(Session& session) {
-    if (const auto error = PhotoCatalogue::shared()->error()) {
-        session.fail(*error);
+    if (!canReadLibrary(session)) {
         return session.status();
     }
     TextTable table;
@@ -65,6 +64,9 @@ ExitStatus change(Session& session, const std::function<void()>& block) {
 }
 
 ExitStatus createAlbum(const AlbumOptions& options, Session& session) {
+    if (!canReadLibrary(session)) {
+        return session.status();
+    }
     if (albumNamed(options.name)) {
         return session.refuse(fmt::format("there is an album {} already", options.name));
     }
@@ -74,6 +76,9 @@ ExitStatus createAlbum(const AlbumOptions& options, Session& session) {
 }
 
 ExitStatus addToAlbum(const AlbumOptions& options, Session& session) {
+    if (!canReadLibrary(session)) {
+        return session.status();
+    }
     const PHAssetCollectionPtr album = albumNamed(options.name);
     if (!album) {
         return session.refuse(

@@ -59,6 +59,14 @@ PHAssetPtr assetNamed(const std::string& text) {
     return found->count() == 1 ? found->firstObject() : nullptr;
 }
 
+bool canReadLibrary(Session& session) {
+    const auto error = PhotoCatalogue::shared()->error();
+    if (error) {
+        session.fail(*error);
+    }
+    return !error;
+}
+
 void declareAssets(CommandOptions& command, std::vector<std::string>& names) {
     command.value("ASSET", names, "Assets by their identifiers, or by enough of the beginning")
         .required()

@@ -20,6 +20,9 @@ bool isAssetName(const std::string& text);
 /// Blocks.
 PHAssetPtr assetNamed(const std::string& text);
 
+/// Whether the library can be read; else one line is told. Blocks.
+bool canReadLibrary(Session& session);
+
 /// Declares ASSET…
 void declareAssets(CommandOptions& command, std::vector<std::string>& names);
 /// The assets so named; of a name that is none of the library, one line is told. Blocks.

@@ -39,13 +39,14 @@ struct Finding {
 
 Finding catalogueFinding() {
     const auto catalogue = PhotoCatalogue::shared();
-    if (isGone(catalogue->file())) {
-        return {"catalogue", "none yet; exifcard import FOLDER begins it"};
-    }
     if (const auto error = catalogue->error()) {
-        return {"catalogue", *error, "run exifcard import on your folders: it begins the catalogue anew"};
+        return {"catalogue", *error,
+            "mend that, or move the file away; exifcard import on your folders then begins a new one"};
     }
     const auto database = catalogue->connections().reader(CatalogueConnections::Failures::ToldByCaller);
+    if (!database) {
+        return {"catalogue", "none yet; exifcard import FOLDER begins it"};
+    }
     auto check = database->query("PRAGMA quick_check(1)");
     const std::string answer = check.step() ? check.text(0).value_or("") : "cannot be checked";
     if (answer != "ok") {

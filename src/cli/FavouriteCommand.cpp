@@ -13,6 +13,9 @@ namespace exifcard {
 namespace {
 
 ExitStatus setFavourites(const std::vector<std::string>& names, bool isFavourite, Session& session) {
+    if (!canReadLibrary(session)) {
+        return session.status();
+    }
     const auto assets = assetsNamed(names, session);
     if (assets.empty()) {
         return session.status();

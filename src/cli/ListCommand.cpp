@@ -91,8 +91,7 @@ ExitStatus showPage(const PHAssetFetchResult& found, const ListOptions& options,
 }
 
 ExitStatus listAssets(const ListOptions& options, Session& session) {
-    if (const auto error = PhotoCatalogue::shared()->error()) {
-        session.fail(*error);
+    if (!canReadLibrary(session)) {
         return session.status();
     }
     try {

@@ -225,6 +225,44 @@ class ImportTest(LibraryTest):
         self.assertEqual(len(self.assets()), 2)
         self.assertEqual(self.run_exifcard("doctor").status, 0)
 
+    def test_a_catalogue_that_cannot_be_used_is_told_in_one_line_and_left_alone(self):
+        self.put("canon-6d-elephants.jpg", "a.jpg")
+        self.take_in()
+        asset = self.identifier("a.jpg")
+        folder = self.home / "data" / "exifcard"
+        catalogue = folder / "library.sqlite"
+
+        def execute(statement):
+            database = sqlite3.connect(catalogue)
+            database.execute(statement)
+            database.close()
+
+        def content():
+            return {path.name: path.is_dir() or path.read_bytes() for path in folder.iterdir()
+                    if not path.name.endswith((".lock", "-shm"))}
+
+        for cause, spoil in (
+                ("cannot be opened; check the rights of the file and its folder (Is a directory)", catalogue.mkdir),
+                ("was written by a newer version", lambda: execute("PRAGMA user_version = 99")),
+                ("is not this program's", lambda: execute("CREATE TABLE roots (other)"))):
+            for path in folder.glob("library.sqlite*"):
+                path.rename(folder / "kept") if path == catalogue else path.unlink()
+            if "newer" in cause:
+                shutil.copy(folder / "kept", catalogue)
+            spoil()
+            before = content()
+            for command in (["list"], ["albums"], ["import", str(self.photos)], ["doctor"],
+                            ["import", "--dry-run", str(self.photos)], ["favourite", "on", asset],
+                            ["album", "create", "New"], ["album", "add", "New", asset]):
+                with self.subTest(cause=cause, command=command):
+                    result = self.run_exifcard(*command)
+                    said = result.output if command == ["doctor"] else result.errors
+                    self.assertEqual((result.status, said.decode().count(f"{catalogue} {cause}")), (1, 1))
+                    self.assertEqual(len(result.error_lines), 0 if command == ["doctor"] else 1)
+            self.assertEqual(content(), before)
+            if catalogue.is_dir():
+                catalogue.rmdir()
+
     def test_a_dry_run_writes_nothing(self):
         self.put("canon-6d-elephants.jpg", "a.jpg")
         found = self.answer("import", "--dry-run", str(self.photos))

@@ -5,8 +5,10 @@
 #include "platform/photos/CatalogueBackup.h"
 #include "platform/photos/CatalogueSchema.h"
 
+#include <cerrno>
 #include <utility>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace exifcard {
@@ -14,6 +16,18 @@ namespace {
 
 /// Pages that are read at once on a computer of today; more only take memory.
 constexpr std::size_t kMostIdleConnections = 4;
+
+/// What may not be looked at is not taken for missing.
+bool mayBeThere(const std::string& path) {
+    return ::access(path.c_str(), F_OK) == 0 || errno != ENOENT;
+}
+
+/// As a full disk or a power cut may leave it. What a program has just begun is so as well, but has no
+/// backup.
+bool isEmptyFile(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0;
+}
 
 } // namespace
 
@@ -91,6 +105,8 @@ struct CatalogueConnections::Pool {
     Connection open() {
         if (const std::uint64_t damaged = takeDamage(); damaged != 0) {
             restoreCatalogue(file, backup, damaged);
+        } else if (isEmptyFile(file) && ::access(backup.c_str(), F_OK) == 0) {
+            restoreCatalogue(file, backup, fileNumberOf(file));
         }
         auto database = openFile();
         if (database->isDamaged()) {
@@ -113,7 +129,7 @@ CatalogueConnections::~CatalogueConnections() = default;
 CatalogueConnections::DatabasePtr CatalogueConnections::lease(bool mayCreate, Failures failures) {
     Pool::Connection connection = _pool->takeIdle();
     if (!connection.database) {
-        const bool isThere = ::access(_pool->file.c_str(), F_OK) == 0;
+        const bool isThere = mayBeThere(_pool->file);
         const bool hasBackup = ::access(_pool->backup.c_str(), F_OK) == 0;
         if (!isThere && !hasBackup && !mayCreate) {
             return nullptr;

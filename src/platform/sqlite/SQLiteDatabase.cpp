@@ -289,7 +289,7 @@ void SQLiteDatabase::open(Durability durability, std::chrono::milliseconds longe
 void SQLiteDatabase::migrate(std::span<const char* const> migrations, Durability durability) {
     const auto latest = static_cast<std::int64_t>(migrations.size());
     std::int64_t version = schemaVersion();
-    if (version == 0 && durability == Durability::Lasting && !hasFailed()) {
+    if (version == 0 && durability == Durability::Lasting && hasNoTables()) {
         // Kept in the file from then on. Another program may be doing the same, so a refusal is no failure.
         sqlite3_exec(_connection->get(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
     }
@@ -318,6 +318,11 @@ void SQLiteDatabase::migrate(std::span<const char* const> migrations, Durability
 std::int64_t SQLiteDatabase::schemaVersion() {
     auto answer = query("PRAGMA user_version");
     return answer.step() ? answer.integer(0) : 0;
+}
+
+bool SQLiteDatabase::hasNoTables() {
+    auto tables = query("SELECT 1 FROM sqlite_schema");
+    return !tables.step() && !hasFailed();
 }
 
 void SQLiteDatabase::beginImmediate() {

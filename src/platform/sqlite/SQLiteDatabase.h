@@ -112,6 +112,7 @@ private:
     void open(Durability durability, std::chrono::milliseconds longestWait);
     void migrate(std::span<const char* const> migrations, Durability durability);
     std::int64_t schemaVersion();
+    bool hasNoTables();
     void failWithCode(int code);
 
     std::string _path;

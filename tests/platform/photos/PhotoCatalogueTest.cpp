@@ -8,8 +8,10 @@
 #include "platform/photos/PHAssetCollectionChangeRequest.h"
 #include "platform/photos/PHAssetResource.h"
 #include "platform/sqlite/SQLiteDatabase.h"
+#include "support/ReducedRights.h"
 
 #include <fmt/format.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
@@ -62,8 +64,9 @@ protected:
 };
 
 TEST_F(PhotoCatalogueTest, BringsBackWhatOnlyItKnewWhenItIsLost) {
-    enum class Loss { Deleted, Garbage, PageOverwritten, AssetsOverwritten };
-    for (const Loss loss : {Loss::Deleted, Loss::Garbage, Loss::PageOverwritten, Loss::AssetsOverwritten}) {
+    enum class Loss { Deleted, Emptied, Garbage, PageOverwritten, AssetsOverwritten };
+    for (const Loss loss :
+        {Loss::Deleted, Loss::Emptied, Loss::Garbage, Loss::PageOverwritten, Loss::AssetsOverwritten}) {
         SCOPED_TRACE(static_cast<int>(loss));
         fs::remove_all(home.path() / "data");
         reopen();
@@ -75,6 +78,8 @@ TEST_F(PhotoCatalogueTest, BringsBackWhatOnlyItKnewWhenItIsLost) {
         reopen();
         if (loss == Loss::Deleted) {
             fs::remove(file());
+        } else if (loss == Loss::Emptied) {
+            fs::resize_file(file(), 0);
         } else {
             std::fstream damaged(file(), std::ios::in | std::ios::out | std::ios::binary);
             damaged.seekp(loss == Loss::Garbage ? 0 : loss == Loss::PageOverwritten ? 100 : startOfAssets);
@@ -195,6 +200,18 @@ TEST_F(PhotoCatalogueTest, LeavesALibraryOfANewerProgramAlone) {
     ASSERT_TRUE(catalogue()->error().has_value());
     EXPECT_NE(catalogue()->error()->find("newer version"), std::string::npos);
     tamper(fmt::format("PRAGMA user_version = {}", catalogueMigrations().size()));
+    EXPECT_EQ(PHAsset::fetchAssetsWithOptions()->count(), 2U);
+}
+
+TEST_F(PhotoCatalogueTest, TellsThatItMayNotLookForItsFile) {
+    fill();
+    reopen();
+    fs::permissions(file().parent_path(), fs::perms::none);
+    {
+        const ReducedRights rights;
+        EXPECT_THAT(catalogue()->error().value_or(""), testing::HasSubstr("(Permission denied)"));
+    }
+    fs::permissions(file().parent_path(), fs::perms::owner_all);
     EXPECT_EQ(PHAsset::fetchAssetsWithOptions()->count(), 2U);
 }
 
