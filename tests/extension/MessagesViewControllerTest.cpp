@@ -61,6 +61,14 @@ protected:
         entry->finishTransition();
     }
 
+    /// Before the settings and the library of the test go, which the compact screen reads on other queues.
+    void waitUntilLoaded() const {
+        const auto screen =
+            std::dynamic_pointer_cast<StickerPhotosExifViewController>(entry->exifViewController());
+        ASSERT_TRUE(screen);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !screen->dataSource->isLoading(); }));
+    }
+
     const std::shared_ptr<MessagesViewController> entry = MessagesViewController::makeEntry();
     const std::shared_ptr<MSConversation> conversation = conversationNamed("Ada");
 };
@@ -78,10 +86,12 @@ TEST_F(MessagesViewControllerTest, ShowsAllPhotosWhileItIsCompact) {
     EXPECT_EQ(screen->view().parentWidget(), &entry->view());
     entry->view().resize(500, 280);
     EXPECT_TRUE(QTest::qWaitFor([&] { return screen->view().geometry() == QRect(0, 0, 500, 280); }));
+    waitUntilLoaded();
 }
 
 TEST_F(MessagesViewControllerTest, ShowsTheAlbumsInAnyOtherStyle) {
     entry->becomeActive(conversation, Style::Compact);
+    waitUntilLoaded();
     const auto compactScreen = entry->exifViewController();
     for (const Style style : {Style::Expanded, Style::Transcript}) {
         changeStyle(style);
@@ -97,6 +107,7 @@ TEST_F(MessagesViewControllerTest, ShowsTheAlbumsInAnyOtherStyle) {
     changeStyle(Style::Compact);
     EXPECT_EQ(onlyChild(), entry->exifViewController());
     EXPECT_NE(onlyChild(), compactScreen);
+    waitUntilLoaded();
 }
 
 TEST_F(MessagesViewControllerTest, LetsTheOldScreenGoBeforeTheNewOneComes) {
