@@ -176,6 +176,7 @@ bool EmptyStateView::eventFilter(QObject* watched, QEvent* event) {
 void EmptyStateView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // Of each text its own.
     const QRect disc((width() - kDiscSide) / 2, contentTop(), kDiscSide, kDiscSide);
     painter.setPen(Qt::NoPen);
     painter.setBrush(qColor(Apperance::ultraLightGrayColor()));

@@ -40,6 +40,7 @@ void PillButton::paintEvent(QPaintEvent* /*event*/) {
         paintFocusRing(painter, rect(), kHeight / 2.0);
     }
     painter.setPen(qColor(Apperance::appearanceBackgroundColor()));
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // The text's own.
     painter.drawText(rect(), Qt::AlignCenter, text());
 }
 

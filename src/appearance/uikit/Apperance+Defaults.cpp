@@ -2,9 +2,10 @@
 
 #include "appearance/UIColor+Hex.h"
 #include "appearance/uikit/Apperance+Defaults.h"
+#include "platform/uikit/UIAppearance.h"
 #include "platform/uivalues/UIDevice.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace exifcard {
 namespace {
@@ -12,11 +13,6 @@ namespace {
 constexpr double kTitleSize = 17;
 /// Far enough to the left that no title of a back button is seen.
 constexpr CGPoint kBackButtonTitleOffset{-500, 0};
-
-std::vector<AppearanceDefault>& installed() {
-    static std::vector<AppearanceDefault> defaults;
-    return defaults;
-}
 
 UIColor whiteOrBlack() {
     return themeColor();
@@ -49,8 +45,7 @@ void addNavigationTitle(std::vector<AppearanceDefault>& defaults) {
 } // namespace
 
 void updateAppApperance() {
-    auto& defaults = installed();
-    defaults = {
+    std::vector<AppearanceDefault> defaults = {
         {"UINavigationBar", "barTintColor", whiteOrBlack()},
         {"UINavigationBar", "tintColor", blackOrWhite()},
         {"UINavigationBar", "backgroundColor", whiteOrBlack()},
@@ -64,18 +59,7 @@ void updateAppApperance() {
     addSegmentedControls(defaults);
     addNavigationTitle(defaults);
     defaults.push_back({"UIBarButtonItem", "backButtonTitlePositionAdjustment", kBackButtonTitleOffset});
-}
-
-const std::vector<AppearanceDefault>& appearanceDefaults() {
-    return installed();
-}
-
-std::optional<UIColor> defaultColor(std::string_view view, std::string_view property) {
-    const auto& defaults = installed();
-    const auto found = std::find_if(defaults.rbegin(), defaults.rend(),
-        [view, property](const auto& entry) { return entry.view == view && entry.property == property; });
-    const auto* const color = found == defaults.rend() ? nullptr : std::get_if<UIColor>(&found->value);
-    return color ? std::optional(*color) : std::nullopt;
+    installAppearanceDefaults(std::move(defaults));
 }
 
 } // namespace exifcard

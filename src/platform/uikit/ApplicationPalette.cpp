@@ -2,12 +2,15 @@
 
 #include "appearance/Apperance.h"
 #include "appearance/ThemeColors.h"
+#include "platform/uikit/UIAppearance.h"
 #include "platform/uikit/UIColor+Qt.h"
 
 namespace exifcard {
 QPalette applicationPalette() {
     const QColor theme = qColor(colorPair("FFFFFF", "000000"));
-    const QColor text = qColor(colorPair("000000", "FFFFFF"));
+    const UIColor blackOrWhite = colorPair("000000", "FFFFFF");
+    const QColor text = qColor(blackOrWhite);
+    const QColor labelText = qColor(defaultColor("UILabel", "textColor").value_or(blackOrWhite));
     const QColor chrome = qColor(chromeColor());
     const QColor hairline = qColor(hairlineColor());
     const QColor disabled = qColor(colorPair("66000000", "66FFFFFF"));
@@ -22,6 +25,10 @@ QPalette applicationPalette() {
         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
         palette.setColor(role, text);
         palette.setColor(QPalette::Disabled, role, disabled);
+    }
+    for (const auto role : {QPalette::WindowText, QPalette::Text}) {
+        palette.setColor(QPalette::Active, role, labelText);
+        palette.setColor(QPalette::Inactive, role, labelText);
     }
     palette.setColor(QPalette::ToolTipBase, chrome);
     palette.setColor(QPalette::PlaceholderText, qColor(secondaryTextColor()));

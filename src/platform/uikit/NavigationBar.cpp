@@ -6,6 +6,8 @@
 #include "platform/uikit/Accessibility.h"
 #include "platform/uikit/PictureButton.h"
 #include "platform/uikit/Text+Qt.h"
+#include "platform/uikit/TraitChanges.h"
+#include "platform/uikit/UIAppearance.h"
 #include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UIFont.h"
 
@@ -21,22 +23,37 @@ namespace {
 constexpr int kButtonSide = 44;
 constexpr int kMargin = 4;
 
+UIColor barColor(std::string_view property, const UIColor& otherwise) {
+    return defaultColor("UINavigationBar", property).value_or(otherwise);
+}
+
 } // namespace
 
 NavigationBar::NavigationBar(QWidget* parent)
     : UIView(parent)
     , _titleLabel(new QLabel(this))
-    , _backButton(new PictureButton(
-          {.picture = "backButton", .color = Apperance::appearanceTextColor(), .isMirrored = true},
+    , _backButton(new PictureButton({.picture = "backButton",
+                                        .color = barColor("tintColor", Apperance::appearanceTextColor()),
+                                        .isMirrored = true},
           qString(localizedString("Back")),
-          this)) {
-    setBackgroundColor(themeColor());
+          this))
+    , _titleColor(barColor("titleTextAttributes.foregroundColor", Apperance::appearanceTextColor())) {
+    setBackgroundColor(barColor("barTintColor", barColor("backgroundColor", themeColor())));
     _titleLabel->setAlignment(Qt::AlignCenter);
     _titleLabel->setTextFormat(Qt::PlainText);
-    _titleLabel->setFont(qFont({"AvenirNext-Regular", 17}));
+    _titleLabel->setFont(qFont(defaultFont("UINavigationBar", "titleTextAttributes.font")
+                                   .value_or(UIFont{"AvenirNext-Regular", 17})));
+    connect(&TraitChanges::instance(), &TraitChanges::changed, this, &NavigationBar::colorTitle);
+    colorTitle();
     setAccessibilityTraits(*_titleLabel, kUIAccessibilityTraitHeader);
     _backButton->hide();
     connect(_backButton, &QAbstractButton::clicked, this, &NavigationBar::backChosen);
+}
+
+void NavigationBar::colorTitle() {
+    QPalette palette = _titleLabel->palette();
+    palette.setColor(QPalette::WindowText, qColor(_titleColor));
+    _titleLabel->setPalette(palette);
 }
 
 void NavigationBar::setTitle(const QString& title) {

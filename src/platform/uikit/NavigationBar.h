@@ -37,9 +37,11 @@ protected:
 
 private:
     void layOut();
+    void colorTitle();
 
     QLabel* _titleLabel;
     PictureButton* _backButton;
+    const UIColor _titleColor;
     QString _title;
     QPointer<QAbstractButton> _left;
     QPointer<QAbstractButton> _right;

@@ -1,5 +1,6 @@
 #include "platform/uikit/UICollectionView.h"
 
+#include "platform/uikit/UIAppearance.h"
 #include "platform/uikit/UICollectionViewAccessibility.h"
 #include "platform/uikit/UICollectionViewState.h"
 
@@ -38,6 +39,9 @@ UICollectionView::Implementation::Implementation(UICollectionView& collectionVie
 UICollectionView::UICollectionView(QWidget* parent) : QAbstractScrollArea(parent) {
     installCollectionViewAccessibility();
     setViewport(makeViewport());
+    if (const auto color = defaultColor("UICollectionView", "backgroundColor")) {
+        setBackgroundColor(*color);
+    }
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

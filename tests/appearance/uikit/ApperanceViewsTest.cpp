@@ -6,6 +6,7 @@
 #include "appearance/uikit/UIAppearance+Shadow.h"
 #include "appearance/uikit/UITextField+Font.h"
 #include "platform/uikit/NavigationBar.h"
+#include "platform/uikit/UIAppearance.h"
 #include "platform/uikit/UICollectionView.h"
 #include "platform/uikit/UIColor+Qt.h"
 #include "platform/uikit/UITraitCollection.h"
