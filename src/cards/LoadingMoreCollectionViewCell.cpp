@@ -3,6 +3,9 @@
 #include "appearance/Apperance.h"
 #include "appearance/uikit/Apperance+Views.h"
 #include "appearance/uikit/UIAppearance+Shadow.h"
+#include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/Accessibility.h"
+#include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIFont.h"
 #include "ui_LoadingMoreCollectionViewCell.h"
 
@@ -31,6 +34,10 @@ LoadingMoreCollectionViewCell::LoadingMoreCollectionViewCell() {
         _loadingMessageLabel->setFont(qFont(*font));
     }
     _spinner->setColor(Apperance::appearanceTintColor());
+    // Readers are told what the spinner alone tells; the message, where there is one, they find in it.
+    setAccessibilityLabel(*this, qString(localizedString("Loading")));
+    setAccessibilityTraits(*this, kUIAccessibilityTraitUpdatesFrequently);
+    setIsAccessibilityElement(*this, false);
 }
 
 LoadingMoreCollectionViewCell::~LoadingMoreCollectionViewCell() = default;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QLabel>
 #include <QTest>
 
 namespace exifcard {
@@ -34,6 +36,17 @@ TEST(LoadingMoreCollectionViewCellTest, StartsEachUseWithAnEmptyBar) {
     cell.prepareForReuse();
     EXPECT_EQ(cell.progressBarView().shownWidth(), 0);
     EXPECT_EQ(cell.progressBarWidthConstraint.constant(), 0);
+}
+
+TEST(LoadingMoreCollectionViewCellTest, ReadersAreToldOfItAlsoWithoutAMessage) {
+    LoadingMoreCollectionViewCell cell;
+    cell.resize(358, 80);
+    auto* const item = QAccessible::queryAccessibleInterface(&cell);
+    EXPECT_EQ(item->text(QAccessible::Name), QStringLiteral("Loading"));
+    cell.loadingMessageLabel().setText(QStringLiteral("Downloading photos from iCloud :- 62.00%"));
+    auto* const message = QAccessible::queryAccessibleInterface(&cell.loadingMessageLabel());
+    EXPECT_NE(item->indexOfChild(message), -1);
+    EXPECT_EQ(message->text(QAccessible::Name), cell.loadingMessageLabel().text());
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "screens/EmptyStateView.h"
 
+#include "platform/uikit/UITraitCollection.h"
+
 #include <gtest/gtest.h>
 
 #include <QImage>
@@ -7,14 +9,17 @@
 namespace exifcard {
 namespace {
 
-TEST(EmptyStateViewTest, ItsTextsRunAsTheirOwnWordsDoWhateverTheWindowsDirection) {
+TEST(EmptyStateViewTest, ItsTextsRunAsTheirOwnWordsDoWhereTheProgramIsMirrored) {
     QWidget list;
     list.resize(375, 280);
-    EmptyStateView view(list);
-    view.setReason(EmptyListReason::NoAccess); // Of two sentences; everything stands in the middle.
-    const QImage fromLeft = list.grab().toImage();
-    list.setLayoutDirection(Qt::RightToLeft);
-    EXPECT_EQ(list.grab().toImage(), fromLeft);
+    EmptyStateView view(list); // Everything stands in its middle.
+    for (const auto reason : {EmptyListReason::NoAccess, EmptyListReason::NoPhotos}) {
+        view.setReason(reason);
+        const QImage plain = list.grab().toImage();
+        UITraitCollection::setCurrentTraitCollection({.isRightToLeft = true});
+        EXPECT_EQ(list.grab().toImage(), plain);
+        UITraitCollection::setCurrentTraitCollection({});
+    }
 }
 
 } // namespace
