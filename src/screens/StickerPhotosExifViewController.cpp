@@ -15,6 +15,8 @@
 #include "settings/PersistanceManager.h"
 #include "ui_StickerPhotosExifViewController.h"
 
+#include <QLayout>
+
 #include <utility>
 
 namespace exifcard {
@@ -75,6 +77,7 @@ void StickerPhotosExifViewController::updateAdvancedViewUI() {
         includeExifAsTextSwitch->setOn(
             PersistanceManager::sharedInstance().includeExifAsTextOniMessageApp(), /*animated=*/false);
     }
+    advancedHolderView->parentWidget()->layout()->activate(); // At once: the list never jumps.
 }
 
 void StickerPhotosExifViewController::includeTextAsSwitchValueChanged(bool isOn) {

@@ -146,6 +146,23 @@ TEST_F(StickerPhotosExifViewControllerTest, AsksForLessRoomOnlyWhereItHasMuch) {
     EXPECT_THAT(host->requests, ElementsAre(MSMessagesAppPresentationStyle::Compact));
 }
 
+TEST_F(StickerPhotosExifViewControllerTest, AsksForLessRoomWhereThePanelWasExpandedWhileThePhotoWasRead) {
+    const auto disk = std::make_shared<StallingDisk>();
+    Library::addElsewhere(disk, "canon-40d-northwest-rating5.jpg", {});
+    entry->setHost(host);
+    entry->becomeActive(conversationNamed("Ada"), MSMessagesAppPresentationStyle::Compact);
+    auto screen = sendScreen();
+    disk->isStalled = true;
+    screen->didSelectItemAtIndexPath(*screen->collectionView, {0, 0});
+    waitUntil([&] { return disk->isAsked.load(); });
+    screen.reset(); // As the panel does when its style changes.
+    entry->beginTransition(MSMessagesAppPresentationStyle::Expanded);
+    entry->finishTransition();
+    disk->answer();
+    waitUntil([&] { return outcomes.size() == 1 && !host->requests.empty(); });
+    EXPECT_THAT(host->requests, ElementsAre(MSMessagesAppPresentationStyle::Compact));
+}
+
 TEST_F(StickerPhotosExifViewControllerTest, OffersTheTextBelowAnAlbumAlone) {
     addPhotos(2);
     wantText(true);
@@ -153,6 +170,9 @@ TEST_F(StickerPhotosExifViewControllerTest, OffersTheTextBelowAnAlbumAlone) {
     EXPECT_TRUE(all->advancedHolderView->isHidden());
     EXPECT_EQ(all->advancedViewHeightConstraint.constant(), 0);
     EXPECT_EQ(all->collectionView->height(), 500);
+    all->assetCollection = folderAlbum();
+    all->updateAdvancedViewUI();
+    EXPECT_EQ(all->collectionView->height(), 440); // In the same step.
 
     const auto album = sendScreen(folderAlbum());
     EXPECT_EQ(album->dataSource->exifDataItemsArray.size(), 2U);
