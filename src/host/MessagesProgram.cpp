@@ -6,6 +6,7 @@
 #include "host/MessagesOptions.h"
 #include "host/MessagesWindow.h"
 #include "host/RenderCommand.h"
+#include "host/Settling.h"
 #include "host/SingleInstance.h"
 #include "host/Tour.h"
 #include "metadata/FieldKeys.h"
@@ -15,10 +16,12 @@
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UITraitCollection.h"
 #include "platform/uivalues/UIScreen.h"
+#include "sending/PhotoSending.h"
 #include "settings/FieldList.h"
 
 #include <QApplication>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
@@ -26,6 +29,7 @@ namespace exifcard {
 namespace {
 
 constexpr int kLeastTabletWidth = 700;
+constexpr std::chrono::seconds kLongestLastSending(3); ///< For a disk that does not answer.
 constexpr UIScreen kTabletScreen = {.sizeInPoints = {820, 1180}, .scale = 2};
 
 enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
@@ -127,7 +131,11 @@ int runWindow(const MessagesOptions& options, UIUserInterfaceStyle desktop) {
     QObject::connect(&instance, &SingleInstance::startedAgain, window.get(),
         [&window](const QStringList& wishes) { followWishes(*window, wishes); });
     window->openLibrary(options.library ? std::optional(textFromQString(*options.library)) : std::nullopt);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    // A photo that was tapped before the window closed is in the field the next time, and not without its
+    // text.
+    waitUntil([] { return !PhotoSending::isAnyUnderWay(); }, kLongestLastSending);
+    return status;
 }
 
 int runTour(const MessagesOptions& options) {

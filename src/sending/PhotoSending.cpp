@@ -10,11 +10,18 @@
 #include "sending/PresentationStyleHolder.h"
 #include "settings/PersistanceManager.h"
 
+#include <atomic>
+
 namespace exifcard {
 namespace {
 
 /// The largest picture of a bubble, in points.
 constexpr CGSize kPictureLimits = {900, 900};
+
+std::atomic<int>& countUnderWay() {
+    static std::atomic<int> count = 0;
+    return count;
+}
 
 /// Gives a record without a place name the one of its location, and then leaves the group.
 void findPlaceName(
@@ -58,10 +65,15 @@ void PhotoSending::sendPhotoWithEXIF(std::shared_ptr<ExifInformation> record,
     if (!completionHandler) {
         completionHandler = [](const PhotoSendingResult&) {};
     }
+    ++countUnderWay();
     const Photo photo = {std::move(record), std::move(completionHandler), nullptr, {}};
     requestImageData([sending = *this, photo](const std::optional<Data>& imageData) {
         sending.imageDataArrived(photo, imageData);
     });
+}
+
+bool PhotoSending::isAnyUnderWay() {
+    return countUnderWay() > 0;
 }
 
 void PhotoSending::imageDataArrived(Photo photo, const std::optional<Data>& imageData) const {
@@ -103,8 +115,10 @@ void PhotoSending::insertText(const Photo& photo, const std::optional<std::strin
 }
 
 void PhotoSending::end(const Photo& photo, const PhotoSendingResult& result) const {
-    DispatchQueue::mainQueue().async(
-        [name = _conversation->name()] { InsertionQueue::ofConversation(name).ended(); });
+    DispatchQueue::mainQueue().async([name = _conversation->name()] {
+        InsertionQueue::ofConversation(name).ended();
+        --countUnderWay();
+    });
     photo.completionHandler(result);
 }
 

@@ -42,6 +42,8 @@ public:
     void sendPhotoWithEXIF(std::shared_ptr<ExifInformation> record,
         const ImageDataRequest& requestImageData,
         CompletionHandler completionHandler = nullptr) const;
+    /// Whether some photo of this program is not in its field yet, with its text. On any queue.
+    static bool isAnyUnderWay();
 
 private:
     struct Photo;

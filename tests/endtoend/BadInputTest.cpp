@@ -7,6 +7,7 @@
 #include "platform/uikit/UICollectionView.h"
 #include "screens/ExifDataListDataSource.h"
 #include "screens/StickerPhotosExifViewController.h"
+#include "sending/PhotoSending.h"
 #include "settings/PersistanceManager.h"
 #include "support/MainQueueWatchdog.h"
 
@@ -69,12 +70,17 @@ TEST_F(BadInputTest, AMessageIsStoredOnceThoughTheWindowClosesWhileItIsSent) {
     EXPECT_EQ(entries[0].state, State::Sent);
 }
 
-TEST_F(BadInputTest, APhotoTappedBeforeTheWindowClosesIsInTheFieldOnce) {
+TEST_F(BadInputTest, APhotoTappedBeforeTheWindowClosesIsInTheFieldOnceWithItsText) {
+    PersistanceManager::sharedInstance().setIncludeExifAsTextOniMessageApp(true);
     openWithPhotos(1);
     tapItem(0);
+    EXPECT_TRUE(PhotoSending::isAnyUnderWay());
     window.reset();
-    waitFor([this] { return extension->endedSendings == 1; });
-    EXPECT_EQ(store.content("Ada").entries.size(), 1U);
+    waitFor([] { return !PhotoSending::isAnyUnderWay(); });
+    const auto entries = store.content("Ada").entries;
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].kind, ConversationEntry::Kind::Message);
+    EXPECT_EQ(entries[1].kind, ConversationEntry::Kind::Text);
 }
 
 TEST_F(BadInputTest, AConversationThatCannotBeStoredIsToldAtTheInputFieldUntilItCan) {
