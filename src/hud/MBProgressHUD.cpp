@@ -7,13 +7,13 @@
 #include "platform/foundation/LocalizedString.h"
 #include "platform/uikit/Accessibility.h"
 #include "platform/uikit/NSLayoutConstraint.h"
+#include "platform/uikit/SteadyLabel.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIActivityIndicatorView.h"
 #include "platform/uikit/UIFont.h"
 
 #include <QEvent>
 #include <QFont>
-#include <QLabel>
 #include <QVariantAnimation>
 
 #include <algorithm>
@@ -34,10 +34,8 @@ constexpr double kCornerRadius = 12;
 constexpr QSize kSpinnerSize{38, 38};
 constexpr int kFadeMilliseconds = 200;
 
-QLabel* makeLabel(QWidget& box, const char* fontName, double size) {
-    auto* const label = new QLabel(&box);
-    label->setAlignment(Qt::AlignCenter);
-    label->setTextFormat(Qt::PlainText);
+SteadyLabel* makeLabel(QWidget& box, const char* fontName, double size) {
+    auto* const label = new SteadyLabel(&box);
     label->setWordWrap(true);
     if (const auto font = UIFont::fontWithName(fontName, size)) {
         label->setFont(qFont(*font));
@@ -262,11 +260,13 @@ void MBProgressHUD::layOut() {
     if (shown) {
         column.add(*shown, shown == _spinner ? kSpinnerSize : shown->sizeHint(), 0);
     }
-    for (QLabel* const label : {_label, _detailsLabel}) {
+    for (SteadyLabel* const label : {_label, _detailsLabel}) {
         const bool hasText = !label->text().isEmpty();
         label->setVisible(hasText);
         if (hasText) {
-            const int textWidth = std::min(label->fontMetrics().horizontalAdvance(label->text()) + 2, most);
+            const int wanted = label->steadyWidth();
+            const int textWidth = std::min(wanted, most);
+            label->setAlignment(wanted > most ? Qt::AlignCenter : Qt::AlignVCenter | Qt::AlignLeading);
             column.add(*label, {textWidth, label->heightForWidth(textWidth)},
                 label == _label ? kSpacing : kDetailsSpacing);
         }

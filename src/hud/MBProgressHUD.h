@@ -4,12 +4,11 @@
 
 #include <string>
 
-class QLabel;
-
 namespace exifcard {
 
 class MBBarProgressView;
 class MBRoundProgressView;
+class SteadyLabel;
 class UIActivityIndicatorView;
 
 /// The platform's numbers.
@@ -71,8 +70,8 @@ private:
     MBRoundProgressView* _disc;
     MBBarProgressView* _bar;
     QWidget* _customView = nullptr;
-    QLabel* _label;
-    QLabel* _detailsLabel;
+    SteadyLabel* _label;
+    SteadyLabel* _detailsLabel;
     UIView* _box;
 };
 

@@ -38,6 +38,21 @@ TEST(LoadingMoreCollectionViewCellTest, StartsEachUseWithAnEmptyBar) {
     EXPECT_EQ(cell.progressBarWidthConstraint.constant(), 0);
 }
 
+TEST(LoadingMoreCollectionViewCellTest, ItsMessageStandsStillWhileItsNumberGrows) {
+    LoadingMoreCollectionViewCell cell;
+    cell.resize(358, 80);
+    const QLabel& message = cell.loadingMessageLabel();
+    cell.loadingMessageLabel().setText(QStringLiteral("Downloading photos from iCloud :- 11.11%"));
+    cell.grab();
+    const QRect place = message.geometry();
+    EXPECT_NEAR(place.center().x(), 358 / 2, 1);
+    EXPECT_GE(place.width(), message.fontMetrics().horizontalAdvance(message.text()));
+    cell.loadingMessageLabel().setText(QStringLiteral("Downloading photos from iCloud :- 68.09%"));
+    cell.grab();
+    EXPECT_EQ(message.geometry(), place);
+    EXPECT_TRUE(message.alignment() & Qt::AlignLeft);
+}
+
 TEST(LoadingMoreCollectionViewCellTest, ReadersAreToldOfItAlsoWithoutAMessage) {
     LoadingMoreCollectionViewCell cell;
     cell.resize(358, 80);

@@ -107,6 +107,18 @@ TEST_F(MBProgressHUDTest, ShowsTheIndicatorOfItsModeAndItsTexts) {
     EXPECT_EQ(overlay->accessibleName(), QStringLiteral("Downloading photos from iCloud :- 38.00%"));
 }
 
+TEST_F(MBProgressHUDTest, StandsStillWhileItsNumberGrows) {
+    auto* const overlay = MBProgressHUD::showHUDAddedTo(view, /*animated=*/false);
+    const auto* const box = overlay->findChild<UIView*>(QString(), Qt::FindDirectChildrenOnly);
+    overlay->setLabelText("At 11.11%");
+    const QRect place = box->geometry();
+    for (const auto* const label : overlay->findChildren<QLabel*>()) {
+        EXPECT_TRUE(label->text().isEmpty() || (label->alignment() & Qt::AlignLeft));
+    }
+    overlay->setLabelText("At 68.09%");
+    EXPECT_EQ(box->geometry(), place);
+}
+
 TEST_F(MBProgressHUDTest, FillsAsFarAsTheProgressGoes) {
     MBBarProgressView bar;
     bar.resize(150, 12);
