@@ -20,12 +20,15 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QShortcut>
+#include <QTimer>
 
 #include <algorithm>
 
 namespace exifcard {
 namespace {
 
+/// The first photos come before.
+constexpr int kUntilSettingsAreFollowed = 50; // Milliseconds.
 constexpr QSize kSmallestSize(360, 640);
 /// The expanded panel leaves so much of the conversation below the header.
 constexpr int kGapAboveExpandedPanel = 6;
@@ -63,6 +66,7 @@ MessagesWindow::MessagesWindow(
     connectInput();
     connectLibrary();
     addShortcuts();
+    QTimer::singleShot(kUntilSettingsAreFollowed, this, [this] { _outsideSettings.follow(); });
     connect(_header, &HeaderBar::conversationsRequested, this, [this] {
         if (_conversations->isVisible()) {
             _conversations->hide();

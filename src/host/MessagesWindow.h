@@ -3,6 +3,7 @@
 #include "host/WindowState.h"
 #include "platform/messages/ConversationStore.h"
 #include "platform/messages/MSConversation.h"
+#include "settings/OutsideSettings.h"
 
 #include <QWidget>
 
@@ -89,6 +90,7 @@ private:
     ExtensionPanel* _panel = nullptr;
     ConversationsView* _conversations = nullptr;
     LibraryAccess* _libraryAccess = nullptr;
+    OutsideSettings _outsideSettings;
 };
 
 /// The name of the conversation that a first start opens.

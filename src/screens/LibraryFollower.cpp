@@ -7,6 +7,7 @@
 #include "screens/ExifDataListViewController.h"
 #include "screens/RecordsOfChange.h"
 #include "settings/PersistanceManager.h"
+#include "settings/SettingsNotifications.h"
 
 #include <QTimer>
 
@@ -56,6 +57,12 @@ void LibraryFollower::start() {
     };
     _defaultsObservation = NotificationCenter::defaultCenter().addObserver(
         kUserDefaultsDidChangeNotification, /*object=*/nullptr, noteLater);
+    _sortingObservation = NotificationCenter::defaultCenter().addObserver(
+        kListSortingChangedEvent, /*object=*/nullptr, [screen = _screen](const Notification&) {
+            if (const auto list = screen.lock()) {
+                list->refresh();
+            }
+        });
     _status = PHPhotoLibrary::authorizationStatus();
     if (_status == PHAuthorizationStatus::NotDetermined) {
         _isAsking = true;
@@ -77,6 +84,7 @@ void LibraryFollower::stop() {
         _observer.reset();
     }
     _defaultsObservation = {};
+    _sortingObservation = {};
 }
 
 void LibraryFollower::noteAuthorization() {

@@ -18,7 +18,8 @@ struct RecordsOfChange;
 /// Whether photos may be read: all of them, or those that the user chose.
 bool isReadable(PHAuthorizationStatus status);
 
-/// Keeps a list screen in step with the photo library and with what the user decides about access to it.
+/// Keeps a list screen in step with the photo library, with its order, and with what the user decides about
+/// access to it.
 ///
 /// Main queue; changes are looked at and their records built on another. A change is taken in while nothing
 /// else is: what comes during a page waits for its end.
@@ -54,6 +55,7 @@ private:
     std::weak_ptr<ExifDataListViewController> _screen;
     std::shared_ptr<Observer> _observer;
     NotificationCenter::Observation _defaultsObservation;
+    NotificationCenter::Observation _sortingObservation;
     PHAuthorizationStatus _status = PHAuthorizationStatus::NotDetermined;
     std::optional<PHChange> _waitingChange;
     bool _isAsking = false; ///< For access.

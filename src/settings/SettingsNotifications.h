@@ -15,5 +15,7 @@ inline constexpr std::string_view kPersistanceManagerDateFormatOrPreferenceChang
     "PersistanceManagerDateFormatOrPreferenceChangedEvent";
 /// What cards and grids show has changed.
 inline constexpr std::string_view kExifDataListNeedRefresh = "ExifDataListNeedRefresh";
+/// Another program has changed how lists are sorted. No setter posts it.
+inline constexpr std::string_view kListSortingChangedEvent = "ListSortingChangedEvent";
 
 } // namespace exifcard

@@ -3,7 +3,9 @@
 #include "host/ConversationFeed.h"
 #include "host/ExtensionPanel.h"
 #include "host/TranscriptView.h"
+#include "metadata/ExifInformation.h"
 #include "platform/messages/MSConversation.h"
+#include "platform/photos/PHAsset.h"
 #include "platform/photos/PHAssetCollection.h"
 #include "platform/photos/PHFetchResult.h"
 #include "platform/uikit/UICollectionView.h"
@@ -16,6 +18,9 @@
 #include "settings/PersistanceManager.h"
 
 #include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QProcess>
 
 namespace exifcard {
 namespace {
@@ -139,6 +144,30 @@ TEST_F(EndToEndTest, ReturnsToTheConversationAfterSendingFromAnAlbum) {
     EXPECT_THAT(extension->calls, ElementsAre("will compact", "did compact"));
     ASSERT_FALSE(stored().empty());
     EXPECT_THAT(stored()[0].message.layout.caption.value_or(""), HasSubstr("ISO "));
+}
+
+TEST_F(EndToEndTest, ShowsSettingsOfTheCommandLineAtOnce) {
+    openWindow();
+    waitForPhotos();
+    const auto set = [](const QString& setting, const QString& value) {
+        return QProcess::execute(QStringLiteral(EXIFCARD_BINARY_DIR "/exifcard"),
+            {QStringLiteral("--quiet"), QStringLiteral("settings"), QStringLiteral("set"), setting, value});
+    };
+    const auto date = [this] {
+        const auto cells = list()->visibleCells();
+        return cells.empty() ? QString()
+                             : cells.front()->findChild<QLabel*>(QStringLiteral("dateTakenLabel"))->text();
+    };
+    const auto firstPhoto = [this] {
+        const auto& records = photoScreen()->dataSource->exifDataItemsArray;
+        return records.empty() ? std::string() : records.front()->phAsset->localIdentifier;
+    };
+    const std::string newest = firstPhoto();
+    ASSERT_EQ(set(QStringLiteral("datePreferenceTimeAgoSinceNow"), QStringLiteral("false")), 0);
+    ASSERT_EQ(set(QStringLiteral("dateFormatString"), QStringLiteral("'year' yyyy")), 0);
+    waitFor([&] { return date().startsWith(QStringLiteral("year ")); });
+    ASSERT_EQ(set(QStringLiteral("sortOrderAscending"), QStringLiteral("true")), 0);
+    waitFor([&] { return !firstPhoto().empty() && firstPhoto() != newest; });
 }
 
 TEST_F(EndToEndTest, OpensTheAlbumsWithTheMessageThatIsTapped) {
