@@ -173,6 +173,9 @@ TEST_F(StickerPhotosExifViewControllerTest, OffersTheTextBelowAnAlbumAlone) {
     all->assetCollection = folderAlbum();
     all->updateAdvancedViewUI();
     EXPECT_EQ(all->collectionView->height(), 440); // In the same step.
+    all->assetCollection = nullptr;
+    all->updateAdvancedViewUI();
+    EXPECT_EQ(all->collectionView->height(), 500);
 
     const auto album = sendScreen(folderAlbum());
     EXPECT_EQ(album->dataSource->exifDataItemsArray.size(), 2U);
