@@ -8,6 +8,7 @@ namespace exifcard {
 namespace {
 
 TEST(SheetButtonTest, AMirroredWindowKeepsTheOrderOfATextsSigns) {
+    UITraitCollection::setCurrentTraitCollection({}); // Whatever a test before has left.
     SheetButton button(SheetButton::Kind::Filled, QStringLiteral("Choose a folder\u2026"), nullptr);
     button.resize(200, 40);
     const QImage plain = button.grab().toImage();

@@ -10,6 +10,7 @@ namespace exifcard {
 namespace {
 
 TEST(EmptyStateViewTest, ItsTextsRunAsTheirOwnWordsDoWhereTheProgramIsMirrored) {
+    UITraitCollection::setCurrentTraitCollection({}); // Whatever a test before has left.
     QWidget list;
     list.resize(375, 280);
     EmptyStateView view(list); // Everything stands in its middle.
