@@ -1,5 +1,6 @@
 #include "cards/TileLabel.h"
 
+#include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
 
 #include <QEvent>
@@ -18,18 +19,6 @@ constexpr QPointF kHaloOffsets[] = {{-1, -1}, {1, -1}, {-1, 1}, {1, 1}};
 
 /// More than a tile has room for; measuring a million characters takes half a second a painting.
 constexpr qsizetype kLongestText = 500;
-
-/// So much of a text as may be of use, with an ellipsis where more follows.
-QString beginningOf(const QString& text) {
-    if (text.size() <= kLongestText) {
-        return text;
-    }
-    QString beginning = text.left(kLongestText);
-    if (beginning.back().isHighSurrogate()) {
-        beginning.chop(1);
-    }
-    return beginning + QChar(0x2026);
-}
 
 } // namespace
 
@@ -51,7 +40,7 @@ double TileLabel::scaleFactor(int wanted) const {
 }
 
 TileLabel::Shown TileLabel::shown() const {
-    Shown shown{beginningOf(text().trimmed())};
+    Shown shown{beginningOf(text().trimmed(), kLongestText)};
     const QFontMetrics metrics = fontMetrics();
     const int wanted = metrics.horizontalAdvance(shown.text);
     shown.factor = scaleFactor(wanted);
@@ -100,8 +89,8 @@ bool TileLabel::event(QEvent* event) {
         return QLabel::event(event);
     }
     const bool isCut = shownText() != text().trimmed();
-    QToolTip::showText(
-        static_cast<QHelpEvent*>(event)->globalPos(), isCut ? beginningOf(text()) : QString(), this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+        isCut ? beginningOf(text(), kLongestText) : QString(), this);
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "host/WrappedText.h"
 
+#include "platform/uikit/Text+Qt.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QTextLayout>
@@ -57,17 +59,6 @@ QString withoutTrailingSpaces(QString line) {
 }
 
 } // namespace
-
-QString beginningOf(const QString& text, qsizetype length) {
-    if (text.size() <= length) {
-        return text;
-    }
-    QString beginning = text.left(length);
-    if (beginning.back().isHighSurrogate()) {
-        beginning.chop(1);
-    }
-    return beginning + QChar(0x2026);
-}
 
 WrappedText::WrappedText(const QString& text, Style style, int width) : _style(std::move(style)) {
     if (text.isEmpty()) {

@@ -11,8 +11,6 @@ class QPointF;
 
 namespace exifcard {
 
-/// The text, or of a longer one so many characters and an ellipsis.
-QString beginningOf(const QString& text, qsizetype length);
 /// What a tooltip shows at most.
 inline constexpr qsizetype kLongestToolTip = 2000;
 

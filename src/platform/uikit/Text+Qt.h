@@ -16,4 +16,7 @@ inline std::string textFromQString(const QString& text) {
     return text.toStdString();
 }
 
+/// The text, or of a longer one so many characters, at least one, and an ellipsis.
+QString beginningOf(const QString& text, qsizetype length);
+
 } // namespace exifcard
