@@ -3,7 +3,7 @@
 namespace exifcard {
 
 ImageManager& ImageManager::sharedInstance() {
-    static ImageManager manager;
+    static auto& manager = *new ImageManager; // Pictures may be asked for while the program ends.
     return manager;
 }
 

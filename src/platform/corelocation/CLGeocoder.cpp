@@ -66,7 +66,7 @@ private:
 };
 
 std::string countryName(std::string_view isoCode) {
-    static CountryNames names;
+    static auto& names = *new CountryNames; // Threads may still ask while the program ends.
     return names.nameOf(isoCode);
 }
 

@@ -79,7 +79,7 @@ std::optional<PHError> run(const ResourceRequest& request, const RequestState& s
 } // namespace
 
 PHAssetResourceManager& PHAssetResourceManager::defaultManager() {
-    static PHAssetResourceManager manager;
+    static auto& manager = *new PHAssetResourceManager; // Requests may end after everything else.
     return manager;
 }
 

@@ -56,7 +56,7 @@ std::optional<PHError> perform(const std::function<void()>& changeBlock) {
 } // namespace
 
 PHPhotoLibrary& PHPhotoLibrary::sharedPhotoLibrary() {
-    static PHPhotoLibrary library;
+    static auto& library = *new PHPhotoLibrary; // Threads may still ask while the program ends.
     return library;
 }
 
