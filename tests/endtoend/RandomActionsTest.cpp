@@ -294,6 +294,8 @@ void RandomActionsTest::expectStillAlive() {
     window->resize(420, 780);
     window->panel().setStyle(Style::Compact, /*isAnimated=*/false);
     window->openConversation("Nobody yet");
+    QCoreApplication::processEvents(); // The list begins anew where its order has changed.
+    waitFor([this] { return list() != nullptr && !photoScreen()->dataSource->isLoading(); });
     _photoCount = 9500; // Younger than all others.
     addPhoto();
     waitForPhotos();
