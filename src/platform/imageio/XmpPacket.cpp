@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kMostDepth = 64;
 /// An editor's packet of a picture's whole history has a megabyte or two.
 constexpr std::size_t kMostPacketBytes = std::size_t(16) << 20U;
-
+/// The room of a larger packet is not kept for the next one.
 constexpr std::size_t kMostKeptBytes = std::size_t(64) << 10U;
 
 constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
