@@ -133,30 +133,29 @@ void PendingPhotoView::paintThumbnail(QPainter& painter, const QRect& place) con
 
 void PendingPhotoView::paintLines(QPainter& painter, const QRect& place) const {
     struct Line {
-        QString text;
-        WrappedText::Style style;
+        WrappedText text;
         UIColor color;
     };
+    const WrappedText::Style titleStyle{
+        hostFont(13, HostFontWeight::DemiBold), hostLineHeight(kTitleLineHeight), 1};
+    const WrappedText::Style style{hostFont(12), hostLineHeight(kLineHeight), 1};
+    const int width = place.width();
     const Line lines[] = {
-        {_lines.title, {hostFont(13, HostFontWeight::DemiBold), hostLineHeight(kTitleLineHeight), 1},
-            Apperance::appearanceTextColor()},
-        {_lines.caption, {hostFont(12), hostLineHeight(kLineHeight), 1},
+        {WrappedText(_lines.title, titleStyle, width), Apperance::appearanceTextColor()},
+        {captionText(_lines.caption, style, width),
             _isFailure ? secondaryTextColor() : Apperance::appearanceTextColor()},
-        {_lines.subcaption, {hostFont(12), hostLineHeight(kLineHeight), 1}, secondaryTextColor()},
+        {WrappedText(_lines.subcaption, style, width), secondaryTextColor()},
     };
     int height = 0;
     for (const Line& line : lines) {
-        height += line.text.isEmpty() ? 0 : line.style.lineHeight;
+        height += line.text.size().height();
     }
     double top = place.y() + (place.height() - height) / 2.0;
     for (const Line& line : lines) {
-        if (!line.text.isEmpty()) {
-            painter.setPen(qColor(line.color));
-            const WrappedText text(line.text, line.style, place.width());
-            text.draw(painter, {static_cast<double>(place.x()), top}, place.width(),
-                layoutDirection() == Qt::RightToLeft);
-            top += line.style.lineHeight;
-        }
+        painter.setPen(qColor(line.color));
+        line.text.draw(
+            painter, {static_cast<double>(place.x()), top}, width, layoutDirection() == Qt::RightToLeft);
+        top += line.text.size().height();
     }
 }
 

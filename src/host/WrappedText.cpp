@@ -58,6 +58,19 @@ QString withoutTrailingSpaces(QString line) {
     return line;
 }
 
+/// With the spaces within a setting ("ISO 100") made such that no line breaks at them.
+QString withSettingsKeptWhole(QString caption) {
+    if (!caption.contains(QStringLiteral("  "))) {
+        return caption;
+    }
+    for (qsizetype i = 1; i + 1 < caption.size(); ++i) {
+        if (caption[i] == QLatin1Char(' ') && !caption[i - 1].isSpace() && !caption[i + 1].isSpace()) {
+            caption[i] = QChar::Nbsp;
+        }
+    }
+    return caption;
+}
+
 } // namespace
 
 WrappedText::WrappedText(const QString& text, Style style, int width) : _style(std::move(style)) {
@@ -98,13 +111,13 @@ void WrappedText::draw(QPainter& painter, const QPointF& topLeft, int width, boo
 
 WrappedText captionText(const QString& text, WrappedText::Style style, int width) {
     constexpr double kSmallestScale = 0.85;
-    const double needed = QFontMetricsF(style.font).horizontalAdvance(beginningOf(text, kLongestLine));
+    const QString caption = withSettingsKeptWhole(beginningOf(text, kLongestText));
+    const double needed = QFontMetricsF(style.font).horizontalAdvance(beginningOf(caption, kLongestLine));
     if (needed > width) {
         const double scale = std::max(width / needed, kSmallestScale);
         shrink(style.font, scale);
     }
-    style.maximumLines = 2;
-    return WrappedText(text, std::move(style), width);
+    return WrappedText(caption, std::move(style), width);
 }
 
 } // namespace exifcard

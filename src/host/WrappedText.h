@@ -41,7 +41,9 @@ private:
     bool _isCut = false;
 };
 
-/// A photo's caption: the font shrinks down to 85 % so that it fits into one line; a longer one takes two.
+/// A photo's caption: the font shrinks down to 85 % so that it fits into one line; a longer one takes as many
+/// as `style` allows. Where runs of spaces part its settings, a line breaks between two settings, not within
+/// one.
 WrappedText captionText(const QString& text, WrappedText::Style style, int width);
 
 } // namespace exifcard

@@ -29,5 +29,15 @@ TEST(WrappedTextTest, TellsThatLinesOfTheirOwnAreLeftOut) {
     EXPECT_GT(more.size().width(), 5 * two.size().width());
 }
 
+TEST(WrappedTextTest, BreaksACaptionBetweenItsSettings) {
+    const WrappedText::Style style{QFont(), 20, 2};
+    const QString text = QStringLiteral("1/200 seconds      ISO 1000000000");
+    // "ISO" alone has room beside the first setting.
+    const int width = WrappedText(QStringLiteral("1/200 seconds      ISO"), style, 1000).size().width() + 2;
+    const QSize size = captionText(text, style, width).size();
+    EXPECT_EQ(size.height(), 40);
+    EXPECT_LT(size.width(), WrappedText(text, style, width).size().width() * 0.85);
+}
+
 } // namespace
 } // namespace exifcard
