@@ -4,6 +4,7 @@
 #include "cli/ImportOutput.h"
 #include "cli/JsonWriter.h"
 #include "cli/Session.h"
+#include "platform/foundation/FileHeap.h"
 #include "platform/photos/PhotoCatalogue.h"
 #include "platform/photos/import/Importer.h"
 
@@ -56,6 +57,7 @@ ExitStatus importFolders(const ImportOptions& options, Session& session) {
         folders.push_back(canonicalFolder(name));
     }
     ImportProgressLine progress(!session.options().isQuiet);
+    keepMemoryBetweenFiles();
     Importer importer(PhotoCatalogue::shared(), importHandlers(session, progress), session.options().jobs);
     if (options.isDryRun) {
         const ImportPlan plan = importer.plan(folders);

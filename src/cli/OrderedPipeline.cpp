@@ -1,5 +1,6 @@
 #include "cli/OrderedPipeline.h"
 
+#include "platform/foundation/FileHeap.h"
 #include "platform/foundation/MappingBatch.h"
 
 #include <condition_variable>
@@ -90,6 +91,7 @@ private:
 } // namespace
 
 void runInOrder(unsigned jobs, const PipelineSteps& steps) {
+    keepMemoryBetweenFiles();
     OrderedPipeline pipeline(jobs, steps);
     // Threads of their own instead of a queue: they read and compute side by side for the whole run, and a
     // run over one file starts none.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <mutex>
 #include <utility>
@@ -29,6 +30,10 @@ struct Mapping {
 constexpr std::size_t kMostMappings = 4096;
 std::array<Mapping, kMostMappings> mappings;
 struct sigaction previousAction;
+
+/// A copy of so little is quicker than a mapping, which must be made, filled page by page and taken down
+/// again.
+constexpr std::size_t kLargestCopy = std::size_t(128) << 10U;
 
 /// Cameras' metadata lie within so much of the beginning.
 constexpr off_t kFetchedEnd = off_t(128) << 10;
@@ -98,6 +103,20 @@ void fetchEnds(int file, void* address, std::size_t size) {
     }
 }
 
+/// The file's first bytes. How many there are; fewer where it became shorter or cannot be read.
+std::size_t bytesRead(int file, std::uint8_t* bytes, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t read = pread(file, bytes + done, size - done, static_cast<off_t>(done));
+        if (read > 0) {
+            done += static_cast<std::size_t>(read);
+        } else if (read == 0 || errno != EINTR) {
+            break;
+        }
+    }
+    return done;
+}
+
 } // namespace
 
 std::unique_ptr<MappedFile> MappedFile::open(const std::string& path, Reading reading) {
@@ -107,38 +126,44 @@ std::unique_ptr<MappedFile> MappedFile::open(const std::string& path, Reading re
     if (!file.isOpen() || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return nullptr;
     }
+    std::unique_ptr<MappedFile> opened(new MappedFile);
     const auto size = static_cast<std::size_t>(status.st_size);
-    if (size == 0) {
-        return std::unique_ptr<MappedFile>(new MappedFile({}, -1, nullptr));
+    if (size <= kLargestCopy) {
+        opened->copy(file.number(), size);
+        return opened;
     }
-    installHandler();
-    auto batch = MappingBatch::withRoomFor(size);
-    void* const address = batch ? batch->map(file.number(), size)
-                                : mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.number(), 0);
-    if (address == nullptr || address == MAP_FAILED) {
-        return nullptr;
-    }
-    if (reading == Reading::Ends) {
-        fetchEnds(file.number(), address, size);
-    }
-    const int slot = takeSlot(reinterpret_cast<std::uintptr_t>(address), size);
-    std::unique_ptr<MappedFile> mapped(
-        new MappedFile({static_cast<const std::uint8_t*>(address), size}, slot, std::move(batch)));
-    return slot >= 0 ? std::move(mapped) : nullptr;
+    return opened->map(file.number(), size, reading) ? std::move(opened) : nullptr;
 }
 
-MappedFile::MappedFile(
-    std::span<const std::uint8_t> bytes, int slot, std::shared_ptr<const MappingBatch> batch)
-    : _bytes(bytes)
-    , _slot(slot)
-    , _batch(std::move(batch)) {
+void MappedFile::copy(int file, std::size_t size) {
+    _copy = std::make_unique_for_overwrite<std::uint8_t[]>(size);
+    _bytes = {_copy.get(), size};
+    const std::size_t read = bytesRead(file, _copy.get(), size);
+    _isCopyCutShort = read < size;
+    std::fill(_copy.get() + read, _copy.get() + size, std::uint8_t(0));
+}
+
+bool MappedFile::map(int file, std::size_t size, Reading reading) {
+    installHandler();
+    _batch = MappingBatch::withRoomFor(size);
+    void* const address =
+        _batch ? _batch->map(file, size) : mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+    if (address == nullptr || address == MAP_FAILED) {
+        return false;
+    }
+    _bytes = {static_cast<const std::uint8_t*>(address), size};
+    if (reading == Reading::Ends) {
+        fetchEnds(file, address, size);
+    }
+    _slot = takeSlot(reinterpret_cast<std::uintptr_t>(address), size);
+    return _slot >= 0;
 }
 
 MappedFile::~MappedFile() {
     if (_slot >= 0) {
         mappings[static_cast<std::size_t>(_slot)].begin.store(0, std::memory_order_release);
     }
-    if (!_bytes.empty() && !_batch) {
+    if (!_copy && !_bytes.empty() && !_batch) {
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): munmap takes what mmap gave.
         munmap(const_cast<std::uint8_t*>(_bytes.data()), _bytes.size());
     }
@@ -148,8 +173,8 @@ MappedFile::~MappedFile() {
 }
 
 bool MappedFile::wasCutShort() const {
-    return _slot >= 0 &&
-           mappings[static_cast<std::size_t>(_slot)].wasCutShort.load(std::memory_order_acquire);
+    return _slot < 0 ? _isCopyCutShort
+                     : mappings[static_cast<std::size_t>(_slot)].wasCutShort.load(std::memory_order_acquire);
 }
 
 } // namespace exifcard

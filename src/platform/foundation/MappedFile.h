@@ -16,9 +16,9 @@ enum class Reading {
     Ends, ///< Its beginning and its end, which are fetched at once; of the rest no more than is touched.
 };
 
-/// A file mapped for reading. A page that lies beyond the end of a file which
-/// was cut short after it was mapped reads as zeros and leaves a mark, instead
-/// of ending the program.
+/// A file's bytes, mapped for reading, or copied where they are few. What lies beyond the end of a file which
+/// was cut short after it was opened reads as zeros and leaves a mark, instead of ending the program; a copy
+/// stays as it was read.
 class MappedFile {
 public:
     /// @return Null for what cannot be opened or is no regular file.
@@ -31,11 +31,15 @@ public:
     bool wasCutShort() const;
 
 private:
-    MappedFile(std::span<const std::uint8_t> bytes, int slot, std::shared_ptr<const MappingBatch> batch);
+    MappedFile() = default;
+    void copy(int file, std::size_t size);
+    bool map(int file, std::size_t size, Reading reading);
 
     std::span<const std::uint8_t> _bytes;
-    int _slot = -1; // In the table that the fault handler reads; -1 for an empty file.
-    std::shared_ptr<const MappingBatch> _batch; // Of which the bytes are; null for a mapping of its own.
+    std::unique_ptr<std::uint8_t[]> _copy; // Null for a mapping.
+    bool _isCopyCutShort = false;
+    int _slot = -1;                       // In the table that the fault handler reads; -1 for a copy.
+    std::shared_ptr<MappingBatch> _batch; // Of which the mapping is; null for one of its own.
 };
 
 } // namespace exifcard

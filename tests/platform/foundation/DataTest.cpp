@@ -16,6 +16,8 @@
 namespace exifcard {
 namespace {
 
+constexpr std::size_t kMappedSize = 200'000; ///< No copy is made of as many.
+
 std::string fileOfSize(const TemporaryHome& home, std::size_t size) {
     const auto path = home.path() / "file";
     std::ofstream(path) << std::string(size, 'x');
@@ -64,9 +66,9 @@ TEST(DataTest, FilesMappedInBatchesKeepTheirBytesAsLongAsTheyAreHeld) {
     }
 }
 
-TEST(DataTest, ManySmallFilesMappedInBatchesDoNotPileUp) {
+TEST(DataTest, ManyFilesMappedInBatchesDoNotPileUp) {
     const TemporaryHome home;
-    const std::string path = fileOfSize(home, 10);
+    const std::string path = fileOfSize(home, kMappedSize);
     const auto mappings = [] {
         std::ifstream maps("/proc/self/maps");
         return std::count(std::istreambuf_iterator<char>(maps), {}, '\n');
@@ -94,8 +96,7 @@ TEST(DataTest, MapsOnlyRegularFilesAndNeverWaits) {
 
 TEST(DataTest, AFileCutShortWhileItIsMappedReadsAsZerosAndSaysSo) {
     const TemporaryHome home;
-    constexpr std::size_t kSize = 100'000;
-    const std::string path = fileOfSize(home, kSize);
+    const std::string path = fileOfSize(home, kMappedSize);
     const auto data = Data::mappedFile(path);
     ASSERT_TRUE(data);
     EXPECT_FALSE(data->wasCutShort());
@@ -105,6 +106,16 @@ TEST(DataTest, AFileCutShortWhileItIsMappedReadsAsZerosAndSaysSo) {
     EXPECT_EQ(sum, 0U);
     EXPECT_TRUE(data->wasCutShort());
     EXPECT_TRUE(data->slice(5, 5).wasCutShort());
+}
+
+TEST(DataTest, ASmallFileStaysAsItWasRead) {
+    const TemporaryHome home;
+    const std::string path = fileOfSize(home, 1000);
+    const auto data = Data::mappedFile(path);
+    ASSERT_TRUE(data);
+    std::filesystem::resize_file(path, 0);
+    EXPECT_EQ(data->text(), std::string(1000, 'x'));
+    EXPECT_FALSE(data->wasCutShort());
 }
 
 } // namespace
