@@ -157,6 +157,7 @@ void MessagesWindow::openConversation(const std::string& name) {
     _inputBar->setTypedText(_drafts[name]);
     _feed->open(name);
     _header->setConversation(qString(name), QString());
+    setWindowTitle(QStringLiteral("%1 — exifcard").arg(qString(name)));
     _conversations->setNames(_feed->names(), name);
     if (_panel->isActive()) {
         activateExtension();

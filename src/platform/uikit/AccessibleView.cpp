@@ -73,6 +73,9 @@ QString AccessibleView::text(QAccessible::Text kind) const {
             label && view.accessibleName().isEmpty()) {
             return label->text();
         }
+        if (view.isWindow() && view.accessibleName().isEmpty()) {
+            return view.windowTitle();
+        }
         return accessibilityLabel(view);
     case QAccessible::Value:
         return accessibilityValue(view);

@@ -97,6 +97,12 @@ TEST(AccessibilityTest, ALabelIsReadAsItsTextUnlessItHasAnotherName) {
     EXPECT_EQ(seen(label).text(QAccessible::Name), QStringLiteral("12.5 MB"));
 }
 
+TEST(AccessibilityTest, AWindowIsReadByItsTitle) {
+    UIView window;
+    window.setWindowTitle(QStringLiteral("Ada"));
+    EXPECT_EQ(seen(window).text(QAccessible::Name), QStringLiteral("Ada"));
+}
+
 TEST(AccessibilityTest, ACellIsAnItemOfAListAndTellsWhetherItIsSelected) {
     UICollectionViewCell cell;
     setAccessibilityLabel(cell, QStringLiteral("DSC_0001.JPG"));
