@@ -6,6 +6,7 @@
 #include "host/HostFont.h"
 #include "host/StoredPicture.h"
 #include "platform/foundation/LocalizedString.h"
+#include "platform/uikit/Accessibility.h"
 #include "platform/uikit/NamedImages.h"
 #include "platform/uikit/Text+Qt.h"
 #include "platform/uikit/UIColor+Qt.h"
@@ -44,6 +45,7 @@ QString layoutText(const std::optional<std::string>& text) {
 
 PhotoBubble::PhotoBubble(ConversationEntry entry, QWidget* parent) : BubbleView(std::move(entry), parent) {
     setCursor(Qt::PointingHandCursor);
+    setAccessibilityTraits(*this, kUIAccessibilityTraitButton); // It opens the panel.
 }
 
 QSize PhotoBubble::pictureSize(int transcriptWidth) const {

@@ -19,6 +19,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QLabel>
 #include <QProcess>
 
@@ -188,6 +189,11 @@ TEST_F(EndToEndTest, OpensTheAlbumsWithTheMessageThatIsTapped) {
     press(Qt::Key_Escape);
     waitUntilStill();
     EXPECT_FALSE(window->feed().conversation()->selectedMessage());
+    QAccessible::queryAccessibleInterface(bubbles()[0])
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction()); // As a screen reader opens it.
+    waitUntilStill();
+    EXPECT_TRUE(window->feed().conversation()->selectedMessage());
 }
 
 } // namespace
