@@ -24,9 +24,6 @@ constexpr std::size_t kLargestAllocation = std::size_t(192) << 20U;
 // Enough to recognise a transport stream's tracks; a movie's header is read as a whole.
 constexpr std::int64_t kProbedBytes = 2 << 20;
 constexpr std::int64_t kProbedMicroseconds = 2'000'000;
-// The heads of ordinary files take milliseconds, of two hours of video half a second. A file of millions of
-// tiny entries could take hours.
-constexpr double kMostSeconds = 5;
 constexpr int kBufferSize = 32 * 1024;
 
 /// What cameras and phones write, by the names of the demultiplexers. None of them opens other files.
@@ -58,8 +55,8 @@ int refuseOtherFiles(AVFormatContext* /*context*/,
 
 struct VideoFile::State {
     std::span<const std::uint8_t> bytes;
+    double deadline = 0; ///< In processor time of the thread.
     std::size_t position = 0;
-    double deadline = processorSecondsOfThread() + kMostSeconds;
     AVIOContext* io = nullptr;
     AVFormatContext* context = nullptr;
 
@@ -150,7 +147,10 @@ bool VideoFile::State::readHeader() {
     return context->nb_streams > 0;
 }
 
-VideoFile::VideoFile() : _state(std::make_unique<State>()) {
+VideoFile::VideoFile(std::span<const std::uint8_t> bytes, double mostSeconds)
+    : _state(std::make_unique<State>()) {
+    _state->bytes = bytes;
+    _state->deadline = processorSecondsOfThread() + mostSeconds;
 }
 
 VideoFile::~VideoFile() {
@@ -161,10 +161,9 @@ VideoFile::~VideoFile() {
     }
 }
 
-std::unique_ptr<VideoFile> VideoFile::open(std::span<const std::uint8_t> bytes) {
+std::unique_ptr<VideoFile> VideoFile::open(std::span<const std::uint8_t> bytes, double mostSeconds) {
     setUpLibrary();
-    std::unique_ptr<VideoFile> file(new VideoFile);
-    file->_state->bytes = bytes;
+    std::unique_ptr<VideoFile> file(new VideoFile(bytes, mostSeconds));
     return file->_state->makeContext() && file->_state->readHeader() ? std::move(file) : nullptr;
 }
 
