@@ -91,12 +91,15 @@ std::optional<std::string> fileOfAsset(const PHAsset& asset) {
     return files.empty() ? std::nullopt : files.front().localFile();
 }
 
-std::string fileNamed(const std::string& name) {
+NamedFile fileNamed(const std::string& name) {
     if (!isAssetName(name) || isThere(name)) {
-        return name;
+        return {.path = name};
+    }
+    if (auto error = PhotoCatalogue::shared()->error()) { // Asked first: a failed fetch would log it too.
+        return {.path = name, .fault = std::move(error)};
     }
     const PHAssetPtr asset = assetNamed(name);
-    return asset ? fileOfAsset(*asset).value_or(name) : name;
+    return {.path = asset ? fileOfAsset(*asset).value_or(name) : name};
 }
 
 } // namespace exifcard

@@ -31,8 +31,14 @@ std::vector<PHAssetPtr> assetsNamed(const std::vector<std::string>& names, Sessi
 /// Where the asset's first file lies; nothing while it is elsewhere or gone. Blocks.
 std::optional<std::string> fileOfAsset(const PHAsset& asset);
 
-/// The file that a name stands for: a file's own name, or that of the asset so named. A name that is neither
-/// stands for itself.
-std::string fileNamed(const std::string& name);
+/// What a name stands for.
+struct NamedFile {
+    std::string path;                       ///< The name itself where it is neither a file's nor an asset's.
+    std::optional<std::string> fault = {}; ///< Why the library cannot be asked: one sentence with its file.
+};
+
+/// The file that a name stands for: a file's own name, or that of the asset so named. The library is asked
+/// only for what may be an asset's name and is no file. Any thread; blocks.
+NamedFile fileNamed(const std::string& name);
 
 } // namespace exifcard

@@ -83,18 +83,16 @@ ExitStatus runOverFiles(
     const auto jobs = static_cast<unsigned>(std::min<std::size_t>(wantedJobs, count.value_or(wantedJobs)));
     ResultPrinter printer(session, count);
     const auto workWithHeading = [&](const std::string& name) {
-        FileResult result = work(name);
+        const NamedFile file = fileNamed(name);
+        FileResult result =
+            file.fault ? failedFile(name, "look up", *file.fault, options.isJSON) : work(file.path);
         if (printer.hasHeadings() && result.failure.empty()) {
             result.output =
-                styled(displayLine(name), TextStyle::Bold, options.usesColor) + "\n" + result.output;
+                styled(displayLine(file.path), TextStyle::Bold, options.usesColor) + "\n" + result.output;
         }
         return result;
     };
-    const auto nextName = [&] {
-        auto name = session.isOutputBroken() ? std::nullopt : names.next();
-        return name ? std::optional(fileNamed(*name)) : std::nullopt;
-    };
-    runInOrder(jobs, {.take = nextName,
+    runInOrder(jobs, {.take = [&] { return session.isOutputBroken() ? std::nullopt : names.next(); },
                          .work = workWithHeading,
                          .hand = [&printer](const FileResult& result) { printer.print(result); }});
     return session.status();

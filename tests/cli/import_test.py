@@ -253,12 +253,17 @@ class ImportTest(LibraryTest):
             before = content()
             for command in (["list"], ["albums"], ["import", str(self.photos)], ["doctor"],
                             ["import", "--dry-run", str(self.photos)], ["favourite", "on", asset],
-                            ["album", "create", "New"], ["album", "add", "New", asset]):
+                            ["album", "create", "New"], ["album", "add", "New", asset], ["rows", asset],
+                            ["share", asset], ["send", asset, "--to", "Ann"],
+                            ["thumbnail", asset, "-o", str(self.home / "small.jpg")]):
                 with self.subTest(cause=cause, command=command):
                     result = self.run_exifcard(*command)
                     said = result.output if command == ["doctor"] else result.errors
                     self.assertEqual((result.status, said.decode().count(f"{catalogue} {cause}")), (1, 1))
                     self.assertEqual(len(result.error_lines), 0 if command == ["doctor"] else 1)
+            told = self.run_exifcard("--json", "rows", asset)
+            self.assertEqual((told.status, told.errors), (1, b""))
+            self.assertTrue(told.objects[0]["error"].startswith(f"{catalogue} {cause}"), told.objects)
             self.assertEqual(content(), before)
             if catalogue.is_dir():
                 catalogue.rmdir()
