@@ -33,7 +33,7 @@ std::optional<std::string> fileOfAsset(const PHAsset& asset);
 
 /// What a name stands for.
 struct NamedFile {
-    std::string path;                       ///< The name itself where it is neither a file's nor an asset's.
+    std::string path;                      ///< The name itself where it is neither a file's nor an asset's.
     std::optional<std::string> fault = {}; ///< Why the library cannot be asked: one sentence with its file.
 };
 

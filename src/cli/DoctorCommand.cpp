@@ -69,8 +69,9 @@ std::vector<Finding> rootFindings() {
         if (isFolderThere(root)) {
             findings.push_back({"folder", root});
         } else {
-            findings.push_back(
-                {"folder", root + " is not there", "plug in its drive; its photos are kept until then"});
+            findings.push_back({"folder", root + " is not there",
+                "plug in its drive, or forget it with exifcard import --forget-missing FOLDER; its photos are "
+                "kept until then"});
         }
     }
     return findings;

@@ -21,6 +21,7 @@ namespace {
 struct ImportOptions {
     std::vector<std::string> folders;
     bool isDryRun = false;
+    bool forgetsMissing = false;
 };
 
 /// One line of what an import would do: "new      /photos/a.heic".
@@ -51,6 +52,11 @@ ExitStatus showPlan(const ImportPlan& plan, Session& session) {
     return session.status();
 }
 
+std::string summaryOf(const ImportReport& report, const ImportOptions& options, bool isJSON) {
+    const bool isNothingForgotten = options.forgetsMissing && !report.hasChanges();
+    return isNothingForgotten && !isJSON ? "Nothing to forget\n" : importSummary(report, isJSON);
+}
+
 ExitStatus importFolders(const ImportOptions& options, Session& session) {
     std::vector<std::string> folders;
     for (const std::string& name : options.folders) {
@@ -60,7 +66,8 @@ ExitStatus importFolders(const ImportOptions& options, Session& session) {
     keepMemoryBetweenFiles();
     Importer importer(PhotoCatalogue::shared(), importHandlers(session, progress), session.options().jobs);
     if (options.isDryRun) {
-        const ImportPlan plan = importer.plan(folders);
+        const ImportPlan plan =
+            options.forgetsMissing ? importer.planToForget(folders) : importer.plan(folders);
         progress.clear();
         if (plan.error) {
             session.fail(*plan.error);
@@ -68,12 +75,13 @@ ExitStatus importFolders(const ImportOptions& options, Session& session) {
         }
         return showPlan(plan, session);
     }
-    const ImportReport report = importer.importTrees(std::move(folders));
+    const ImportReport report =
+        options.forgetsMissing ? importer.forgetMissing(folders) : importer.importTrees(std::move(folders));
     progress.clear();
     if (report.error) {
         session.fail(*report.error);
     } else {
-        session.print(importSummary(report, session.options().isJSON));
+        session.print(summaryOf(report, options, session.options().isJSON));
     }
     return session.status();
 }
@@ -84,6 +92,9 @@ CommandAction declareImport(CommandOptions& command) {
         .required()
         .named("FOLDER");
     command.flag("--dry-run", options->isDryRun, "Only tell what would be done");
+    command.flag("--forget-missing", options->forgetsMissing,
+        "Take nothing in, but forget what is no longer there; otherwise what lay on a drive that is not "
+        "mounted is kept");
     return [options](Session& session) { return importFolders(*options, session); };
 }
 
@@ -95,7 +106,9 @@ const Command kImportCommand = {
     .examples = R"(All photos and videos of a folder, each folder in it as an album:
   exifcard import ~/Pictures
 What has changed since then, without taking it in:
-  exifcard import --dry-run ~/Pictures)",
+  exifcard import --dry-run ~/Pictures
+A drive that never comes back, or a folder that was taken away:
+  exifcard import --forget-missing ~/Pictures/OldDrive)",
     .declare = declareImport,
 };
 

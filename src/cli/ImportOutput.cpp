@@ -30,7 +30,7 @@ std::string summaryJSON(const ImportReport& report) {
 std::string canonicalFolder(const std::string& name) {
     namespace fs = std::filesystem;
     std::error_code error;
-    fs::path path = fs::canonical(name, error);
+    fs::path path = fs::weakly_canonical(fs::absolute(name, error), error);
     if (error) {
         path = fs::absolute(name, error).lexically_normal();
     }

@@ -9,8 +9,8 @@ namespace exifcard {
 
 class Session;
 
-/// The folder's one name, whichever way leads to it. One that is not there keeps the name as typed: the
-/// library may know it.
+/// The folder's one name, whichever way leads to it; also of one that is not there, for the library may know
+/// it.
 std::string canonicalFolder(const std::string& name);
 
 /// Where the lines and the progress of an import go.

@@ -30,6 +30,14 @@ class LibraryTest(ProgramTest):
         counts, = self.answer("import", *arguments, str(self.photos))
         return {name: count for name, count in counts.items() if count and name != "unchangedFiles"}
 
+    def mark_as_drive(self, folder):
+        """Makes the library know the folder as it does when a drive is mounted on it."""
+        database = sqlite3.connect(self.home / "data" / "exifcard" / "library.sqlite")
+        with database:
+            changed = database.execute("UPDATE folders SET is_mount_point = 1 WHERE path = CAST(? AS BLOB)", (folder,))
+            self.assertEqual(changed.rowcount, 1)
+        database.close()
+
     def assets(self, *arguments):
         """The assets by the names of their files."""
         found = self.answer("list", *arguments)
@@ -164,10 +172,7 @@ class ImportTest(LibraryTest):
         self.put("mwg.jpg", "c.jpg")
         self.put("nikon-d1.nef", "d.nef")
         self.take_in()
-        database = sqlite3.connect(self.home / "data" / "exifcard" / "library.sqlite")
-        with database:  # As it is when a drive was mounted there.
-            database.execute("UPDATE folders SET is_mount_point = 1 WHERE path = CAST('drive' AS BLOB)")
-        database.close()
+        self.mark_as_drive("drive")
         drive = self.photos / "drive"
         away = drive.rename(self.home / "away")
         (self.photos / "c.jpg").unlink()
@@ -186,6 +191,43 @@ class ImportTest(LibraryTest):
         # It is a folder as any other from now on.
         shutil.rmtree(drive)
         self.assertEqual(self.take_in(), {"vanished": 2})
+
+    def test_what_is_gone_for_good_is_forgotten_when_asked(self):
+        self.put("canon-6d-elephants.jpg", "drive/a.jpg")
+        self.put("leica-q2.jpg", "b.jpg")
+        self.take_in()
+        self.mark_as_drive("drive")
+        identifier = self.identifier("a.jpg")
+        self.run_exifcard("favourite", "on", identifier)
+        (self.home / "link").symlink_to(self.photos)
+        drive = self.photos / "drive"
+        for name, place, typed, others in (("a drive below a root", drive, self.home / "link/drive", 1),
+                                           ("a root", self.photos, self.photos, 0)):
+            with self.subTest(name):
+                away = place.rename(self.home / "away")
+                forget = ["import", "--forget-missing", str(typed)]
+                self.assertEqual([found["action"] for found in self.answer(*forget, "--dry-run")],
+                                 ["gone"] * (2 - others))
+                self.assertEqual(len(self.answer("list")), 2)
+                self.assertEqual(self.answer(*forget)[0]["vanished"], 2 - others)
+                self.assertEqual(len(self.answer("list")), others)
+                self.assertEqual(self.run_exifcard(*forget).text, "Nothing to forget\n")
+                self.assertEqual(self.run_exifcard("doctor").status, 0)
+                if others:
+                    self.assertEqual(self.take_in(), {})
+                away.rename(place)
+                self.assertEqual(self.take_in(), {"returned": 2 - others})
+                self.assertEqual([asset["id"] for asset in self.answer("list", "--favourites")], [identifier])
+
+    def test_only_what_is_not_there_is_forgotten(self):
+        self.put("canon-6d-elephants.jpg", "a.jpg")
+        self.take_in()
+        self.assertEqual(self.run_exifcard("import", "--forget-missing", str(self.photos)).text,
+                         "Nothing to forget\n")
+        self.assertEqual(len(self.answer("list")), 1)
+        strange = self.run_exifcard("import", "--forget-missing", str(self.home / "strange"))
+        self.assertEqual((strange.status, strange.error_lines), (
+            1, [f"exifcard: cannot read {self.home}/strange: is no folder of the library"]))
 
     def test_bad_files_are_told_and_the_rest_comes_in(self):
         self.put("canon-6d-elephants.jpg", "good.jpg")

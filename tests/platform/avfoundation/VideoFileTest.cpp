@@ -22,7 +22,7 @@ public:
             return;
         }
         constexpr std::uint8_t kHead[] = {0, 0, 1, 0xBA, 0x44, 0, 4, 0, 4, 1, 0, 0, 3, 0xF8, // A pack,
-            0, 0, 1, 0xBB, 0, 6, 0x80, 0, 1, 0, 0, 0xFF};                                      // of a system.
+            0, 0, 1, 0xBB, 0, 6, 0x80, 0, 1, 0, 0, 0xFF};                                    // of a system.
         constexpr std::size_t kCopies = 4; // With fewer of them it is not recognised.
         for (std::size_t copy = 0; copy < kCopies; ++copy) {
             std::memcpy(static_cast<std::uint8_t*>(_start) + copy * sizeof kHead, kHead, sizeof kHead);

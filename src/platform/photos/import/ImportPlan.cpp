@@ -92,21 +92,14 @@ void ImportPlanner::addTree(const std::string& folder) {
 /// A root with nothing at all in it, of which something is known.
 bool ImportPlanner::isPlaceOfUnpluggedDrive(const std::string& folder) const {
     const LibraryRoot* const root = _places.rootOf(folder);
-    return root != nullptr && root->path == folder && holdsFilesBelow(folder);
-}
-
-bool ImportPlanner::holdsFilesBelow(const std::string& folder) const {
-    return std::ranges::any_of(_places.foldersBelow(folder), [this](const std::string& known) {
-        return std::ranges::any_of(_writer->filesInFolder(_places.numberOf(known)),
-            [](const CatalogueFile& file) { return !file.isVanished; });
-    });
+    return root != nullptr && root->path == folder && _places.holdsFilesBelow(folder);
 }
 
 /// The root itself is told where it is found empty or missing.
 void ImportPlanner::tellDrivesAway(const std::string& folder) const {
     for (const std::string& place : _places.mountPointsAway(folder)) {
         const LibraryRoot* const root = _places.rootOf(place);
-        if (root != nullptr && root->path != place && holdsFilesBelow(place)) {
+        if (root != nullptr && root->path != place && _places.holdsFilesBelow(place)) {
             _onProblem({place, "is not mounted; what the library holds of it is kept"});
         }
     }
@@ -118,6 +111,25 @@ void ImportPlanner::addFolder(const std::string& folder) {
     } else if (auto scanned = FolderScan(folder, _onProblem).next();
                scanned && !(scanned->isEmpty && isPlaceOfUnpluggedDrive(folder))) {
         compare(std::move(*scanned));
+    }
+}
+
+void ImportPlanner::addGoneForGood(const std::string& folder) {
+    const std::vector<std::string> known = _places.foldersBelow(folder);
+    if (known.empty()) {
+        _onProblem({folder, "is no folder of the library"});
+    }
+    for (const std::string& place : known) {
+        std::vector<CatalogueFile> files = _writer->filesInFolder(_places.numberOf(place));
+        std::erase_if(files, [&place](const CatalogueFile& file) {
+            return file.isVanished || !isGone(place + "/" + file.name);
+        });
+        for (CatalogueFile& file : files) {
+            _plan.missing.push_back({place, std::move(file)});
+        }
+        if (isGone(place)) {
+            _plan.goneFolders.push_back(place);
+        }
     }
 }
 

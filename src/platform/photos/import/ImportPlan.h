@@ -58,12 +58,14 @@ public:
     void addTree(const std::string& folder);
     /// Adds what lies in a folder, without the folders in it.
     void addFolder(const std::string& folder);
+    /// Adds what the library knows of a folder and all below it and is not there, also where a drive is not
+    /// mounted or the root is gone. Looks for nothing new.
+    void addGoneForGood(const std::string& folder);
 
     ImportPlan take() { return std::move(_plan); }
 
 private:
     bool isPlaceOfUnpluggedDrive(const std::string& folder) const;
-    bool holdsFilesBelow(const std::string& folder) const;
     void compare(ScannedFolder scanned);
     void compareMountPoint(const ScannedFolder& scanned);
     void tellDrivesAway(const std::string& folder) const;

@@ -32,6 +32,12 @@ std::vector<std::string> outermost(std::vector<std::string> folders) {
     return kept;
 }
 
+void addGoneForGood(ImportPlanner& planner, const std::vector<std::string>& folders) {
+    for (const std::string& folder : outermost(folders)) {
+        planner.addGoneForGood(folder);
+    }
+}
+
 } // namespace
 
 Importer::Importer(std::shared_ptr<PhotoCatalogue> catalogue, ImportHandlers handlers, unsigned jobs)
@@ -45,7 +51,9 @@ std::vector<std::string> Importer::roots() {
     const LibraryPlaces places(&writer);
     std::vector<std::string> paths;
     for (const LibraryRoot& root : places.roots()) {
-        paths.push_back(root.path);
+        if (isFolderThere(root.path) || places.holdsFilesBelow(root.path)) {
+            paths.push_back(root.path);
+        }
     }
     return paths;
 }
@@ -82,22 +90,46 @@ ImportReport Importer::update(
     });
 }
 
+ImportReport Importer::forgetMissing(const std::vector<std::string>& folders) {
+    return write([&](CatalogueWriter& writer, LibraryPlaces& places, ImportReport& report) {
+        ImportPlanner planner = plannerFor(&writer, places);
+        addGoneForGood(planner, folders);
+        ImportPlan plan = planner.take();
+        AssetStore store(writer, places);
+        store.forget(std::move(plan.missing));
+        std::ranges::for_each(plan.goneFolders, [&](const std::string& folder) { places.remove(folder); });
+        report.assets = store.counts();
+    });
+}
+
 ImportPlan Importer::plan(const std::vector<std::string>& folders) {
+    return planOf([&](ImportPlanner& planner, const LibraryPlaces& places) {
+        for (const std::string& folder : outermost(folders)) {
+            addTree(planner, places, folder);
+        }
+    });
+}
+
+ImportPlan Importer::planToForget(const std::vector<std::string>& folders) {
+    return planOf(
+        [&](ImportPlanner& planner, const LibraryPlaces& /*places*/) { addGoneForGood(planner, folders); });
+}
+
+ImportPlan Importer::planOf(const Choice& choose) {
     std::optional<CatalogueWriter> writer;
     if (!isGone(_catalogue->file())) {
         writer.emplace(_catalogue);
     }
     const LibraryPlaces places(writer ? &*writer : nullptr);
     ImportPlanner planner = plannerFor(writer ? &*writer : nullptr, places);
-    for (const std::string& folder : outermost(folders)) {
-        addTree(planner, places, folder);
-    }
+    choose(planner, places);
     ImportPlan plan = planner.take();
     plan.error = writer ? writer->error() : std::nullopt;
     return plan;
 }
 
-ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlaces&)>& choose) {
+ImportReport Importer::write(
+    const std::function<void(CatalogueWriter&, LibraryPlaces&, ImportReport&)>& work) {
     _problems = 0;
     const auto onWait = [this] { _handlers.onNotice("another import is running; waiting for it to end"); };
     const auto lock = ImportLock::take(_catalogue->folder(), onWait);
@@ -110,28 +142,38 @@ ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlace
     if (writer.error()) {
         return {.error = writer.error()};
     }
-    ImportPlanner planner = plannerFor(&writer, places);
-    choose(planner, places);
-    const ImportPlan plan = planner.take();
-    noteMountPoints(plan, places);
-    AssetStore store(writer, places);
-    readAndStore(plan, store, writer);
-    tellLostRoots(plan, places);
-    store.forget(missingForSure(plan, places));
-    for (const std::string& folder : plan.goneFolders) {
-        const LibraryRoot* const root = places.rootOf(folder);
-        if (root != nullptr && isFolderThere(root->path) && !places.isAway(folder)) {
-            places.remove(folder);
-        }
-    }
+    ImportReport report;
+    work(writer, places, report);
     writer.commit();
-    if (!writer.error() && std::exchange(_isRebuilding, false)) {
+    report.problems = _problems;
+    report.error = writer.error();
+    return report;
+}
+
+ImportReport Importer::run(const std::function<void(ImportPlanner&, LibraryPlaces&)>& choose) {
+    const ImportReport report =
+        write([&](CatalogueWriter& writer, LibraryPlaces& places, ImportReport& told) {
+            ImportPlanner planner = plannerFor(&writer, places);
+            choose(planner, places);
+            const ImportPlan plan = planner.take();
+            noteMountPoints(plan, places);
+            AssetStore store(writer, places);
+            readAndStore(plan, store, writer);
+            tellLostRoots(plan, places);
+            store.forget(missingForSure(plan, places));
+            for (const std::string& folder : plan.goneFolders) {
+                const LibraryRoot* const root = places.rootOf(folder);
+                if (root != nullptr && isFolderThere(root->path) && !places.isAway(folder)) {
+                    places.remove(folder);
+                }
+            }
+            told.assets = store.counts();
+            told.unchangedFiles = plan.unchangedCount;
+        });
+    if (!report.error && std::exchange(_isRebuilding, false)) {
         _catalogue->finishRebuild();
     }
-    return {.assets = store.counts(),
-        .unchangedFiles = plan.unchangedCount,
-        .problems = _problems,
-        .error = writer.error()};
+    return report;
 }
 
 void Importer::noteMountPoints(const ImportPlan& plan, LibraryPlaces& places) {

@@ -58,10 +58,24 @@ public:
     /// What `importTrees` would do, without doing it.
     ImportPlan plan(const std::vector<std::string>& folders);
 
-    /// The folders of this computer that the library was told to take.
+    /// Forgets what the library holds of the folders and all below them and is not there, as an import does,
+    /// but also what lay on drives that are not mounted and below roots that are gone. What comes back is
+    /// known again by its content. Takes nothing in. Blocks.
+    ImportReport forgetMissing(const std::vector<std::string>& folders);
+    /// What `forgetMissing` would do, without doing it.
+    ImportPlan planToForget(const std::vector<std::string>& folders);
+
+    /// The folders of this computer that the library was told to take, without those that are gone and of
+    /// which it holds nothing.
     std::vector<std::string> roots();
 
 private:
+    using Choice = std::function<void(ImportPlanner& planner, const LibraryPlaces& places)>;
+
+    ImportPlan planOf(const Choice& choose);
+    ImportReport write(
+        const std::function<void(CatalogueWriter& writer, LibraryPlaces& places, ImportReport& report)>&
+            work);
     ImportReport run(const std::function<void(ImportPlanner&, LibraryPlaces&)>& choose);
     void tellLostRoots(const ImportPlan& plan, const LibraryPlaces& places);
     static void noteMountPoints(const ImportPlan& plan, LibraryPlaces& places);

@@ -134,6 +134,13 @@ std::vector<std::string> LibraryPlaces::foldersBelow(std::string_view folder) co
     return folders;
 }
 
+bool LibraryPlaces::holdsFilesBelow(std::string_view folder) const {
+    return std::ranges::any_of(foldersBelow(folder), [this](const std::string& known) {
+        return std::ranges::any_of(_writer->filesInFolder(numberOf(known)),
+            [](const CatalogueFile& file) { return !file.isVanished; });
+    });
+}
+
 void LibraryPlaces::storeIn(const LibraryRoot& root, const std::string& folder) {
     if (numberOf(folder) == 0) {
         add(folder, _writer->storeFolder(root.number, pathBelow(folder, root)));

@@ -49,6 +49,8 @@ public:
     std::string pathOf(std::int64_t folder) const;
     /// The folder, where the library holds it, and all known ones below it.
     std::vector<std::string> foldersBelow(std::string_view folder) const;
+    /// Whether the library has files in the folder or below it, of assets that have not vanished.
+    bool holdsFilesBelow(std::string_view folder) const;
 
 private:
     void add(const std::string& folder, std::int64_t number);
