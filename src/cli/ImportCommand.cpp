@@ -93,8 +93,7 @@ CommandAction declareImport(CommandOptions& command) {
         .named("FOLDER");
     command.flag("--dry-run", options->isDryRun, "Only tell what would be done");
     command.flag("--forget-missing", options->forgetsMissing,
-        "Take nothing in, but forget what is no longer there; otherwise what lay on a drive that is not "
-        "mounted is kept");
+        "Take nothing in; forget what is not there, also of drives that are not mounted");
     return [options](Session& session) { return importFolders(*options, session); };
 }
 

@@ -82,6 +82,9 @@ ImportReport Importer::update(
     const std::vector<std::string>& folders, const std::vector<std::string>& trees) {
     return run([&](ImportPlanner& planner, LibraryPlaces& places) {
         for (const std::string& tree : outermost(trees)) {
+            if (isFolderThere(tree)) {
+                places.addRoot(tree); // Where it was not there when it was asked for.
+            }
             addTree(planner, places, tree);
         }
         for (const std::string& folder : folders) {
