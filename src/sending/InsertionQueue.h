@@ -1,9 +1,7 @@
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <string>
-#include <utility>
 
 namespace exifcard {
 
@@ -13,31 +11,10 @@ class InsertionQueue {
 public:
     using Insertion = std::function<void()>;
 
-    /// The one of that conversation; never goes.
-    static InsertionQueue& ofConversation(const std::string& name);
-
-    /// Runs it at once, or when those before have ended.
-    void wait(Insertion insertion) {
-        _waiting.push_back(std::move(insertion));
-        if (_waiting.size() == 1) {
-            runFirst();
-        }
-    }
-    /// The one that runs is all in the field.
-    void ended() {
-        _waiting.pop_front();
-        if (!_waiting.empty()) {
-            runFirst();
-        }
-    }
-
-private:
-    void runFirst() {
-        const Insertion insertion = _waiting.front(); // It may end at once.
-        insertion();
-    }
-
-    std::deque<Insertion> _waiting; // The first one runs.
+    /// Runs it at once, or when those before it in the conversation have ended.
+    static void wait(const std::string& conversation, Insertion insertion);
+    /// The one that runs in the conversation is all in the field.
+    static void ended(const std::string& conversation);
 };
 
 } // namespace exifcard

@@ -84,9 +84,7 @@ void PhotoSending::imageDataArrived(Photo photo, const std::optional<Data>& imag
     const auto group = std::make_shared<DispatchGroup>();
     findPlaceName(photo.record, group);
     group->notify(DispatchQueue::mainQueue(), [sending = *this, photo = std::move(photo)] {
-        InsertionQueue::ofConversation(sending._conversation->name()).wait([sending, photo] {
-            sending.insert(photo);
-        });
+        InsertionQueue::wait(sending._conversation->name(), [sending, photo] { sending.insert(photo); });
     });
 }
 
@@ -116,7 +114,7 @@ void PhotoSending::insertText(const Photo& photo, const std::optional<std::strin
 
 void PhotoSending::end(const Photo& photo, const PhotoSendingResult& result) const {
     DispatchQueue::mainQueue().async([name = _conversation->name()] {
-        InsertionQueue::ofConversation(name).ended();
+        InsertionQueue::ended(name);
         --countUnderWay();
     });
     photo.completionHandler(result);
