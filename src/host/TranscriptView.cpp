@@ -132,7 +132,16 @@ bool TranscriptView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::LayoutRequest) {
         layOut();
     }
-    return QScrollArea::eventFilter(watched, event);
+    const bool goesToEnd = _isAtEnd;
+    const bool isTaken = QScrollArea::eventFilter(watched, event);
+    if (event->type() == QEvent::Resize) {
+        // A page that grew while it was hidden tells of it only when it is shown.
+        if (goesToEnd) {
+            scrollToEnd();
+        }
+        placeThumb();
+    }
+    return isTaken;
 }
 
 void TranscriptView::keyPressEvent(QKeyEvent* event) {

@@ -389,6 +389,20 @@ TEST_F(MessagesWindowTest, TakesNoKeysBelowTheExpandedPanel) {
     EXPECT_TRUE(line->isVisible()); // The conversation is seen as soon as the panel goes down.
 }
 
+TEST_F(MessagesWindowTest, StandsAtTheNewestMessageWhateverCameWhileItWasHidden) {
+    open();
+    _window->panel().setStyle(Style::Expanded, /*isAnimated=*/false);
+    constexpr std::size_t kMany = 30;
+    for (std::size_t count = 0; count < kMany; ++count) {
+        ASSERT_EQ(_store.sendPendingAndText("Ada", "Look!"), std::nullopt);
+    }
+    expectSoon([this] { return _window->feed().sent().size() == kMany; });
+    _window->panel().setStyle(Style::Compact, /*isAnimated=*/false);
+    const QWidget& seen = *_window->transcript().viewport();
+    const BubbleView& newest = *visibleViews<BubbleView>().back();
+    EXPECT_TRUE(seen.rect().contains(QRect(newest.mapTo(&seen, QPoint()), newest.size())));
+}
+
 TEST_F(MessagesWindowTest, RefreshesThePanelFromTheInputLineAndAsksItFirstOnEscape) {
     putIntoField("f/8");
     open();
