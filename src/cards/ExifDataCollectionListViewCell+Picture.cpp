@@ -238,6 +238,16 @@ void ExifDataCollectionListViewCell::setPicture(const std::shared_ptr<UIImage>& 
     }
 }
 
+/// What is fetched ahead is not decoded before it is seen.
+void ExifDataCollectionListViewCell::dropPicture() {
+    UIImageView* const view = outlets().imageView;
+    if (exifInfo() && exifInfo()->cachedThumbNailImage == view->image()) {
+        keepCachedThumbnail(exifInfo(), nullptr);
+    }
+    view->setImage(nullptr);
+    showThatNoPictureCame();
+}
+
 void ExifDataCollectionListViewCell::showThatNoPictureCame() {
     UIImageView* const view = outlets().imageView;
     const bool isEmpty = view && !view->image();

@@ -82,6 +82,10 @@ void ExifDataCollectionListViewCell::setOutlets(const CardOutlets& outlets) {
         connect(outlets.iCloudDownloadButton, &QAbstractButton::clicked, this,
             &ExifDataCollectionListViewCell::downloadFromICloudButtonTapped);
     }
+    if (outlets.imageView) {
+        connect(outlets.imageView, &UIImageView::imageDidNotDecode, this,
+            &ExifDataCollectionListViewCell::dropPicture);
+    }
     if (outlets.isSelectedHolderView) {
         outlets.isSelectedHolderView->setVisible(_implementation->isSelected);
     }

@@ -136,6 +136,7 @@ private:
     static void deliver(const Request& request, const std::shared_ptr<UIImage>& image);
     void setPicture(const std::shared_ptr<UIImage>& image);
     /// Every way to a picture was tried in vain.
+    void dropPicture();
     void showThatNoPictureCame();
     void showRequestedPicture(const std::shared_ptr<UIImage>& image);
     void hideOverlays();

@@ -2,6 +2,7 @@
 
 #include "cards/CardLibrary.h"
 #include "cards/ExifGridCollectionViewCell.h"
+#include "cards/PlaceholderView.h"
 #include "platform/imageio/ImageDrawing.h"
 #include "platform/photos/AssetByteSource.h"
 
@@ -106,6 +107,17 @@ TEST_F(CardPictureTest, TheThumbnailOfARecordOutweighsItsFile) {
     const auto cell = makeCell(record);
     waitUntil([&cell] { return picture(*cell) != nullptr; });
     EXPECT_EQ(picture(*cell)->size(), (CGSize{119, 76}));
+}
+
+TEST_F(CardPictureTest, SaysOfAPictureFetchedAheadThatItIsNone) {
+    const auto record =
+        recordOf(add("apple-iphone15pro-subsec-header.heic", {.mediaType = PHAssetMediaType::Image}));
+    record->prefetchAsset();
+    waitUntil([&record] { return record->cachedThumbNailImage != nullptr; });
+    const auto cell = makeCell(record);
+    cell->show();
+    waitUntil([&cell] { return cell->findChild<PlaceholderView*>() != nullptr; });
+    EXPECT_EQ(record->cachedThumbNailImage, nullptr);
 }
 
 TEST_F(CardPictureTest, FillsAViewThatWasNotShownYetWithTheThumbnailOfARecord) {

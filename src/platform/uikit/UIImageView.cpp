@@ -100,8 +100,12 @@ private:
             return; // Another picture or size was asked for meanwhile.
         }
         _shown = std::move(shown);
-        if (_view) {
-            _view->update();
+        if (!_view) {
+            return;
+        }
+        _view->update();
+        if (isEmpty()) {
+            emit _view->imageDidNotDecode();
         }
     }
 

@@ -44,6 +44,10 @@ public:
     /// A number that is no mode counts as scale to fill.
     void setContentMode(UIViewContentMode contentMode);
 
+signals:
+    /// The picture was to be painted, and its bytes turned out to be none.
+    void imageDidNotDecode();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
