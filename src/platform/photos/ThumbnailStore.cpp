@@ -58,7 +58,8 @@ bool writeQuickly(const std::string& path, const Data& bytes) {
         std::ofstream file(temporary, std::ios::binary);
         file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     }
-    if (fs::exists(temporary) && fs::file_size(temporary) == bytes.size() &&
+    std::error_code error; // The folder may be cleared meanwhile.
+    if (fs::file_size(temporary, error) == bytes.size() &&
         ::rename(temporary.c_str(), path.c_str()) == 0) {
         return true;
     }
