@@ -147,6 +147,11 @@ void LibraryAccess::addFolder(const std::string& folder) {
     emit progressed(0);
 }
 
+void LibraryAccess::allowAndAddFolder(const std::string& folder) {
+    PHPhotoLibrary::allowFolder(textFromQString(QFileInfo(qString(folder)).absoluteFilePath()));
+    addFolder(folder);
+}
+
 void LibraryAccess::askForAccess(const Decision& decided) {
     if (_sheet) {
         _sheet->close();
@@ -182,12 +187,12 @@ void LibraryAccess::offerFolders() {
     std::vector<ChoiceSheet::Choice> choices;
     if (const std::string pictures = picturesFolder(); !pictures.empty()) {
         choices.push_back(
-            {qString(localizedString("Use my pictures folder")), [this, pictures] { addFolder(pictures); }});
+            {qString(localizedString("Use my pictures folder")), [this, pictures] { allowAndAddFolder(pictures); }});
     }
     choices.push_back({qString(localizedString("Choose a folder…")), [this] {
                            chooseFolder([this](const std::string& folder) {
                                if (!folder.empty()) {
-                                   addFolder(folder);
+                                   allowAndAddFolder(folder);
                                }
                            });
                        }});

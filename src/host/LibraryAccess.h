@@ -52,6 +52,8 @@ private:
     /// Of a question that stays open nothing is stored: the next start asks again.
     void decide(PHAuthorizationStatus status, const std::vector<std::string>& folders);
     void offerFolders();
+    /// Choosing a folder permits what lies in it, where not all may be read.
+    void allowAndAddFolder(const std::string& folder);
     void chooseFolder(const std::function<void(const std::string&)>& chosen);
     void startKeeper();
     void importProgressed(const ImportProgress& progress);

@@ -1,6 +1,7 @@
 #include "host/MessagesProgram.h"
 
 #include "host/ConversationFeed.h"
+#include "host/EndingSignals.h"
 #include "host/HostAppearance.h"
 #include "host/HostExtension.h"
 #include "host/MessagesOptions.h"
@@ -8,6 +9,7 @@
 #include "host/RenderCommand.h"
 #include "host/Settling.h"
 #include "host/SingleInstance.h"
+#include "host/ToolkitMessages.h"
 #include "host/Tour.h"
 #include "metadata/FieldKeys.h"
 #include "platform/foundation/Log.h"
@@ -20,15 +22,19 @@
 #include "settings/FieldList.h"
 
 #include <QApplication>
+#include <QScreen>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 namespace exifcard {
 namespace {
 
 constexpr int kLeastTabletWidth = 700;
+constexpr QSize kTabletWindowSize(768, 1024);
 constexpr std::chrono::seconds kLongestLastSending(3); ///< For a disk that does not answer.
 constexpr UIScreen kTabletScreen = {.sizeInPoints = {820, 1180}, .scale = 2};
 
@@ -59,15 +65,6 @@ bool hasDisplay() {
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
 }
 
-QtMessageHandler toolkitsHandler = nullptr;
-
-/// Nobody can do anything about a folder that the toolkit misses and does without.
-void tellWithoutMissedFolder(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (!message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"))) {
-        toolkitsHandler(type, context, message);
-    }
-}
-
 /// Phone or tablet for as long as the program runs.
 void setIdiom(bool isTablet, const MessagesOptions& options) {
     UITraitCollection traits = UITraitCollection::currentTraitCollection();
@@ -78,6 +75,21 @@ void setIdiom(bool isTablet, const MessagesOptions& options) {
         UIScreen::setMainScreen(UIScreen::screenFromText(textFromQString(*options.screen)).value());
     } else if (isTablet) {
         UIScreen::setMainScreen(kTabletScreen);
+    }
+}
+
+/// Tablet shapes are cramped in a window that was left as narrow as a phone's, or is the first.
+void widenForTablet(QWidget& window) {
+    const bool coversScreen = (window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) != 0;
+    if (window.width() >= kLeastTabletWidth || coversScreen) {
+        return;
+    }
+    const QRect room = window.screen()->availableGeometry();
+    const QSize size = kTabletWindowSize.expandedTo({0, window.height()}).boundedTo(room.size());
+    window.resize(size);
+    if (window.testAttribute(Qt::WA_Moved)) { // Where it was, but for what would lie beyond the screen.
+        window.move(std::clamp(window.x(), room.left(), room.left() + room.width() - size.width()),
+            std::clamp(window.y(), room.top(), room.top() + room.height() - size.height()));
     }
 }
 
@@ -93,6 +105,9 @@ std::unique_ptr<MessagesWindow> openWindow(
         PHPhotoLibrary::grantForThisProcess(); // Who names a folder has decided, before a screen asks.
     }
     auto window = std::make_unique<MessagesWindow>(makeExtension(), std::move(state), appearance);
+    if (options.isTablet == true) {
+        widenForTablet(*window);
+    }
     setIdiom(options.isTablet.value_or(window->width() >= kLeastTabletWidth), options);
     window->openConversation(conversation);
     window->show();
@@ -123,6 +138,8 @@ int runWindow(const MessagesOptions& options, UIUserInterfaceStyle desktop) {
     if (instance.handOver(wishesOf(options))) {
         return kDone;
     }
+    const EndingSignals endingSignals;
+    QObject::connect(&endingSignals, &EndingSignals::received, qApp, &QApplication::quit); // Closes the window.
     instance.listen();
     WindowState state = WindowState::load();
     HostAppearance appearance(state.appearance, desktop);
@@ -148,7 +165,7 @@ int runTour(const MessagesOptions& options) {
 
 int runMessages(int argumentCount, char** arguments) {
     const QStringList list = argumentList(argumentCount, arguments);
-    toolkitsHandler = qInstallMessageHandler(tellWithoutMissedFolder);
+    passOnToolkitMessages();
     setFieldTest(isFieldKey); // What a settings file names is no reason to end.
     if (list.value(1) == QStringLiteral("render")) {
         return runRender(list, argumentCount, arguments);
@@ -171,7 +188,9 @@ int runMessages(int argumentCount, char** arguments) {
         return kFailed;
     }
     UIApplication::prepare(options.tour ? UIApplication::Fonts::All : UIApplication::Fonts::OwnFirst);
+    auto displayOpening = std::make_optional<DisplayOpening>();
     QApplication application(argumentCount, arguments);
+    displayOpening.reset();
     QApplication::setApplicationName(QStringLiteral("exifcard"));
     QApplication::setDesktopFileName(QStringLiteral("org.exifcard.messages"));
     const UIUserInterfaceStyle desktop = styleOfDesktopPalette();

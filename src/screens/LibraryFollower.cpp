@@ -64,6 +64,7 @@ void LibraryFollower::start() {
             }
         });
     _status = PHPhotoLibrary::authorizationStatus();
+    _limitedFolders = PHPhotoLibrary::limitedFolders();
     if (_status == PHAuthorizationStatus::NotDetermined) {
         _isAsking = true;
         PHPhotoLibrary::requestAuthorization([weak = weak_from_this()](PHAuthorizationStatus) {
@@ -90,10 +91,12 @@ void LibraryFollower::stop() {
 void LibraryFollower::noteAuthorization() {
     const auto status = PHPhotoLibrary::authorizationStatus();
     const auto screen = _screen.lock();
-    if (status == _status || !screen) {
+    auto folders = PHPhotoLibrary::limitedFolders();
+    if ((status == _status && folders == _limitedFolders) || !screen) {
         return;
     }
     _status = status;
+    _limitedFolders = std::move(folders);
     if (isReadable(status)) {
         observeLibrary();
     }

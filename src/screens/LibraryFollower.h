@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace exifcard {
 
@@ -57,6 +59,7 @@ private:
     NotificationCenter::Observation _defaultsObservation;
     NotificationCenter::Observation _sortingObservation;
     PHAuthorizationStatus _status = PHAuthorizationStatus::NotDetermined;
+    std::optional<std::vector<std::string>> _limitedFolders; ///< Of a limited status.
     std::optional<PHChange> _waitingChange;
     bool _isAsking = false; ///< For access.
     bool _isComparing = false;

@@ -12,6 +12,8 @@
 #include <QTest>
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 
 namespace exifcard {
 namespace {
@@ -64,6 +66,21 @@ TEST_F(LibraryAccessTest, DecidesNothingWhenItsWindowClosesWhileItAsks) {
     _window.reset();
     expectSoon([this] { return _answer == static_cast<int>(PHAuthorizationStatus::NotDetermined); });
     EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::NotDetermined));
+}
+
+TEST_F(LibraryAccessTest, AllowsAFolderThatIsChosenWhereOnlySomeAreAllowed) {
+    const std::filesystem::path pictures = _home.path() / "pictures";
+    std::filesystem::create_directories(pictures);
+    std::filesystem::create_directories(_home.path() / "config");
+    std::ofstream(_home.path() / "config" / "user-dirs.dirs") << "XDG_PICTURES_DIR=" << pictures << '\n';
+    PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Limited, {"/first"});
+    NotificationCenter::defaultCenter().postNotificationName(kAddPhotosRequestedNotification, nullptr);
+    expectSheet();
+    QTest::mouseClick(sheet()->findChildren<SheetButton*>().front(), Qt::LeftButton);
+    EXPECT_EQ(PHPhotoLibrary::limitedFolders(), (std::vector<std::string>{"/first", pictures.string()}));
+    PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Denied);
+    PHPhotoLibrary::allowFolder(pictures.string());
+    EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::Denied)) << "a folder more is no permission";
 }
 
 /// The last one, for nothing takes the permission back from the process.

@@ -311,6 +311,16 @@ TEST_F(ExifDataListViewControllerTest, TellsWhyItShowsNoPhotoAndOffersWhatHelps)
     EXPECT_EQ(shown(), nullptr);
 }
 
+TEST_F(ExifDataListViewControllerTest, ShowsAFolderAsSoonAsItIsAllowedToo) {
+    addPhotos(2, "hostile-header.jpg");
+    PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Limited, {"/elsewhere"});
+    const auto screen = list(std::make_shared<ListPresentation>());
+    waitUntilLoaded(*screen);
+    EXPECT_TRUE(screen->dataSource->exifDataItemsArray.empty());
+    PHPhotoLibrary::allowFolder(home.path().string());
+    waitUntil([&] { return screen->dataSource->exifDataItemsArray.size() == 2; });
+}
+
 TEST_F(ExifDataListViewControllerTest, OffersAccessWhereTheQuestionWasLeftOpen) {
     PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::NotDetermined);
     std::atomic<bool> isAnswered = false;

@@ -6,6 +6,7 @@
 #include "platform/foundation/UserDefaults.h"
 #include "platform/photos/PHPhotoLibrary.h"
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <utility>
@@ -38,6 +39,15 @@ PHAuthorizationStatus askedStatus() {
     return ask ? ask() : PHAuthorizationStatus::Authorized;
 }
 
+/// What the user decided, whatever this process was granted.
+PHAuthorizationStatus storedStatus() {
+    const Value stored = UserDefaults::standardUserDefaults()->objectForKey(kStatusKey);
+    const std::int64_t status = stored.isNumber() ? stored.integerValue() : 0;
+    const bool isKnown = status >= 0 && status <= static_cast<std::int64_t>(PHAuthorizationStatus::Limited);
+    // What nobody can have decided is no permission.
+    return isKnown ? static_cast<PHAuthorizationStatus>(status) : PHAuthorizationStatus::Restricted;
+}
+
 } // namespace
 
 bool isLibraryReadable() {
@@ -46,7 +56,11 @@ bool isLibraryReadable() {
 }
 
 std::optional<std::vector<std::string>> allowedFolders() {
-    if (PHPhotoLibrary::authorizationStatus() != PHAuthorizationStatus::Limited) {
+    return isGrantedForThisProcess ? std::nullopt : PHPhotoLibrary::limitedFolders();
+}
+
+std::optional<std::vector<std::string>> PHPhotoLibrary::limitedFolders() {
+    if (storedStatus() != PHAuthorizationStatus::Limited) {
         return std::nullopt;
     }
     std::vector<std::string> folders;
@@ -60,14 +74,7 @@ std::optional<std::vector<std::string>> allowedFolders() {
 }
 
 PHAuthorizationStatus PHPhotoLibrary::authorizationStatus() {
-    if (isGrantedForThisProcess) {
-        return PHAuthorizationStatus::Authorized;
-    }
-    const Value stored = UserDefaults::standardUserDefaults()->objectForKey(kStatusKey);
-    const std::int64_t status = stored.isNumber() ? stored.integerValue() : 0;
-    const bool isKnown = status >= 0 && status <= static_cast<std::int64_t>(PHAuthorizationStatus::Limited);
-    // What nobody can have decided is no permission.
-    return isKnown ? static_cast<PHAuthorizationStatus>(status) : PHAuthorizationStatus::Restricted;
+    return isGrantedForThisProcess ? PHAuthorizationStatus::Authorized : storedStatus();
 }
 
 void PHPhotoLibrary::requestAuthorization(std::function<void(PHAuthorizationStatus)> handler) {
@@ -97,6 +104,14 @@ void PHPhotoLibrary::setAuthorization(
     }
     defaults->setObjectForKey(limitedFolders.empty() ? Value() : Value(folders), kFoldersKey);
     defaults->setObjectForKey(static_cast<std::int64_t>(status), kStatusKey);
+}
+
+void PHPhotoLibrary::allowFolder(const std::string& folder) {
+    auto folders = limitedFolders();
+    if (folders && std::ranges::find(*folders, folder) == folders->end()) {
+        folders->push_back(folder);
+        setAuthorization(PHAuthorizationStatus::Limited, *folders);
+    }
 }
 
 void PHPhotoLibrary::grantForThisProcess() {

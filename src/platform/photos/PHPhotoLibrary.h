@@ -50,6 +50,12 @@ public:
     /// @param limitedFolders  Of `Limited`: absolute paths; what lies below them is all that there is.
     static void setAuthorization(
         PHAuthorizationStatus status, const std::vector<std::string>& limitedFolders = {});
+    /// The folders of a stored limited decision, in the order in which they were allowed; nothing where
+    /// another one is stored.
+    static std::optional<std::vector<std::string>> limitedFolders();
+    /// Adds a folder to those of a stored limited decision; does nothing where another one is stored.
+    /// @param folder  An absolute path.
+    static void allowFolder(const std::string& folder);
     /// For a program whose start is the decision, such as the command line: authorized, whatever is stored.
     /// Told as a change of the user defaults, where a decision is stored.
     static void grantForThisProcess();
