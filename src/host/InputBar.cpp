@@ -242,9 +242,15 @@ void InputBar::resizeEvent(QResizeEvent*) {
     _field->setGeometry(left, top, fieldWidth, height() - top - kVerticalMargin - kOverlapOfPanel);
 }
 
+int InputBar::heightOfField(int fieldWidth) const {
+    const QLayout& layout = *_field->layout();
+    return layout.hasHeightForWidth() ? layout.totalHeightForWidth(fieldWidth)
+                                      : layout.totalSizeHint().height();
+}
+
 int InputBar::heightForWidth(int barWidth) const {
     const int fieldWidth = std::min(barWidth - 2 * kSideMargin, kGreatestFieldWidth);
-    int needed = 2 * kVerticalMargin + kOverlapOfPanel + _field->layout()->totalSizeHint().height();
+    int needed = 2 * kVerticalMargin + kOverlapOfPanel + heightOfField(fieldWidth);
     if (!_errorLabel->isHidden()) {
         needed += _errorLabel->heightForWidth(fieldWidth) + kVerticalMargin / 2;
     }

@@ -59,6 +59,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    int heightOfField(int fieldWidth) const;
     void updateContent();
     void updateSendButton();
     void alignLine();

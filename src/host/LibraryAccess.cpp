@@ -186,8 +186,8 @@ void LibraryAccess::offerFolders() {
     }
     std::vector<ChoiceSheet::Choice> choices;
     if (const std::string pictures = picturesFolder(); !pictures.empty()) {
-        choices.push_back(
-            {qString(localizedString("Use my pictures folder")), [this, pictures] { allowAndAddFolder(pictures); }});
+        choices.push_back({qString(localizedString("Use my pictures folder")),
+            [this, pictures] { allowAndAddFolder(pictures); }});
     }
     choices.push_back({qString(localizedString("Choose a folder…")), [this] {
                            chooseFolder([this](const std::string& folder) {

@@ -139,7 +139,8 @@ int runWindow(const MessagesOptions& options, UIUserInterfaceStyle desktop) {
         return kDone;
     }
     const EndingSignals endingSignals;
-    QObject::connect(&endingSignals, &EndingSignals::received, qApp, &QApplication::quit); // Closes the window.
+    QObject::connect(
+        &endingSignals, &EndingSignals::received, qApp, &QApplication::quit); // Closes the window.
     instance.listen();
     WindowState state = WindowState::load();
     HostAppearance appearance(state.appearance, desktop);

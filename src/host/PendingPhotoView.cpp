@@ -30,6 +30,8 @@ constexpr int kGap = 10;
 constexpr int kTitleLineHeight = 18;
 constexpr int kLineHeight = 16;
 constexpr int kBottomGap = 8;
+constexpr int kAboveButton = 6;
+constexpr int kMostTitleLines = 3; ///< Of a failure; a photo's own title takes one.
 constexpr int kButtonRoom = 40;
 constexpr int kButtonOverhang = 10; ///< The finger's room around the disc reaches into the field's padding.
 
@@ -48,7 +50,7 @@ PendingPhotoView::PendingPhotoView(QWidget* parent)
     : QWidget(parent)
     , _closeButton(makeRemovingButton(*this))
     , _retryButton(new SheetButton(SheetButton::Kind::Quiet, qString(localizedString("Try again")), this)) {
-    setFixedHeight(contentHeight() + kBottomGap);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(_closeButton, &QAbstractButton::clicked, this, &PendingPhotoView::closed);
     connect(_retryButton, &QPushButton::clicked, this, &PendingPhotoView::retried);
     setIsAccessibilityElement(*this, false); // Its buttons are elements.
@@ -59,7 +61,7 @@ void PendingPhotoView::showMessage(const ConversationEntry& entry) {
     const bool isSamePicture = _entry.picture && entry.picture && _entry.picture->file == entry.picture->file;
     _entry = entry;
     _isFailure = false;
-    setFixedHeight(contentHeight() + kBottomGap);
+    updateGeometry();
     _lines = {
         lineText(layout.imageTitle), lineText(layout.caption).simplified(), lineText(layout.subcaption)};
     // The caption's runs of spaces are for the wide bubble; here three stand between its parts.
@@ -81,7 +83,7 @@ void PendingPhotoView::showFailure(const std::string& error) {
     _entry = {};
     _thumbnail = {};
     _isFailure = true;
-    setFixedHeight(contentHeight() + kBottomGap);
+    updateGeometry();
     _lines = {qString(localizedString("Could not be added")), qString(error), {}};
     setToolTip(qString(error));
     setAccessibilityLabel(*this, QStringList{_lines.title, _lines.caption}.join(QLatin1String(": ")));
@@ -104,13 +106,48 @@ void PendingPhotoView::loadThumbnail() {
     });
 }
 
+WrappedText PendingPhotoView::titleInWidth(int width) const {
+    return {_lines.title,
+        {hostFont(13, HostFontWeight::DemiBold), hostLineHeight(kTitleLineHeight),
+            _isFailure ? kMostTitleLines : 1},
+        width};
+}
+
+PendingPhotoView::Places PendingPhotoView::placesInWidth(int width) const {
+    constexpr int kTextLeft = kThumbnailSide + kGap;
+    const int mostWidth = width - kTextLeft - kButtonRoom;
+    Places places = {
+        .text = {kTextLeft, 0, mostWidth, contentHeight()}, .retryButton = {}, .height = contentHeight()};
+    if (!_isFailure) {
+        return places;
+    }
+    const QSize retry = _retryButton->sizeHint();
+    const int widthBesideButton = mostWidth - retry.width() - kGap;
+    if (titleInWidth(widthBesideButton).size().height() <= hostLineHeight(kTitleLineHeight)) {
+        places.text.setWidth(widthBesideButton);
+        places.retryButton = {
+            {width - kButtonRoom - retry.width() - 4, (places.height - retry.height()) / 2}, retry};
+    } else {
+        places.text.setHeight(titleInWidth(mostWidth).size().height() + hostLineHeight(kLineHeight));
+        places.retryButton = {{kTextLeft, places.text.height() + kAboveButton}, retry};
+        places.height = std::max(places.height, places.retryButton.bottom() + 1);
+    }
+    return places;
+}
+
+QSize PendingPhotoView::sizeHint() const {
+    return {kThumbnailSide + kGap + kButtonRoom, heightForWidth(width())};
+}
+
+int PendingPhotoView::heightForWidth(int width) const {
+    return placesInWidth(width).height + kBottomGap;
+}
+
 void PendingPhotoView::resizeEvent(QResizeEvent*) {
     const QRect close(width() - 44 + kButtonOverhang, -kButtonOverhang, 44, 44);
     _closeButton->setGeometry(QStyle::visualRect(layoutDirection(), rect(), close));
-    const QSize retry = _retryButton->sizeHint();
-    const QRect retryPlace(
-        QPoint(width() - kButtonRoom - retry.width() - 4, (contentHeight() - retry.height()) / 2), retry);
-    _retryButton->setGeometry(QStyle::visualRect(layoutDirection(), rect(), retryPlace));
+    _retryButton->setGeometry(
+        QStyle::visualRect(layoutDirection(), rect(), placesInWidth(width()).retryButton));
 }
 
 void PendingPhotoView::paintThumbnail(QPainter& painter, const QRect& place) const {
@@ -136,12 +173,10 @@ void PendingPhotoView::paintLines(QPainter& painter, const QRect& place) const {
         WrappedText text;
         UIColor color;
     };
-    const WrappedText::Style titleStyle{
-        hostFont(13, HostFontWeight::DemiBold), hostLineHeight(kTitleLineHeight), 1};
     const WrappedText::Style style{hostFont(12), hostLineHeight(kLineHeight), 1};
     const int width = place.width();
     const Line lines[] = {
-        {WrappedText(_lines.title, titleStyle, width), Apperance::appearanceTextColor()},
+        {titleInWidth(width), Apperance::appearanceTextColor()},
         {captionText(_lines.caption, style, width),
             _isFailure ? secondaryTextColor() : Apperance::appearanceTextColor()},
         {WrappedText(_lines.subcaption, style, width), secondaryTextColor()},
@@ -162,11 +197,10 @@ void PendingPhotoView::paintLines(QPainter& painter, const QRect& place) const {
 void PendingPhotoView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    const QRect thumbnail(0, (contentHeight() - kThumbnailSide) / 2, kThumbnailSide, kThumbnailSide);
-    const int right = _isFailure ? _retryButton->width() + kButtonRoom + kGap : kButtonRoom;
-    const QRect text(kThumbnailSide + kGap, 0, width() - kThumbnailSide - kGap - right, contentHeight());
+    const Places places = placesInWidth(width());
+    const QRect thumbnail(0, (places.height - kThumbnailSide) / 2, kThumbnailSide, kThumbnailSide);
     paintThumbnail(painter, QStyle::visualRect(layoutDirection(), rect(), thumbnail));
-    paintLines(painter, QStyle::visualRect(layoutDirection(), rect(), text));
+    paintLines(painter, QStyle::visualRect(layoutDirection(), rect(), places.text));
 }
 
 } // namespace exifcard

@@ -3,6 +3,7 @@
 #include "platform/messages/ConversationStore.h"
 
 #include <QPixmap>
+#include <QRect>
 #include <QWidget>
 
 #include <optional>
@@ -13,6 +14,7 @@ class QPushButton;
 namespace exifcard {
 
 class PictureButton;
+class WrappedText;
 
 /// The bubble that waits in the input field, small: thumbnail, title, caption and subcaption. Or what is said
 /// of one that could not be added.
@@ -25,6 +27,10 @@ public:
     void showMessage(const ConversationEntry& entry);
     /// @param error  Why, for the tooltip.
     void showFailure(const std::string& error);
+
+    QSize sizeHint() const override;
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
 
 signals:
     void closed();
@@ -41,6 +47,16 @@ private:
         QString subcaption;
     };
 
+    /// As from the left, in a view of this width; "Try again" stands below a title that is too long beside
+    /// it.
+    struct Places {
+        QRect text;
+        QRect retryButton; ///< Of a failure.
+        int height = 0;
+    };
+
+    Places placesInWidth(int width) const;
+    WrappedText titleInWidth(int width) const;
     void loadThumbnail();
     void paintThumbnail(QPainter& painter, const QRect& place) const;
     void paintLines(QPainter& painter, const QRect& place) const;

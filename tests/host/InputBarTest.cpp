@@ -1,5 +1,8 @@
 #include "host/InputBar.h"
 
+#include "host/SheetButton.h"
+#include "platform/uikit/UITraitCollection.h"
+
 #include <gtest/gtest.h>
 
 #include <QLineEdit>
@@ -33,6 +36,29 @@ TEST(InputBarTest, AnEmptyLineBeginsWithTheWindowsLanguageAndATextWithItsOwn) {
 
     window.setLayoutDirection(Qt::LeftToRight);
     EXPECT_FALSE(standsOnTheRight(line));
+}
+
+TEST(InputBarTest, AFailureIsReadInFullAtTheLargestText) {
+    struct Case {
+        UIContentSizeCategory category;
+        bool isButtonBelow;
+    };
+    for (const Case& c : {Case{UIContentSizeCategory::Large, false},
+             Case{UIContentSizeCategory::AccessibilityExtraExtraExtraLarge, true}}) {
+        SCOPED_TRACE(c.isButtonBelow);
+        UITraitCollection traits;
+        traits.preferredContentSizeCategory = c.category;
+        UITraitCollection::setCurrentTraitCollection(traits);
+        QWidget window;
+        InputBar bar(&window);
+        bar.showFailedInsertion({.error = "the disk is full", .message = MSMessage(), .text = ""});
+        bar.resize(375, bar.heightForWidth(375));
+        bar.grab();
+        const auto& button = *bar.findChild<SheetButton*>();
+        EXPECT_EQ(button.x() < bar.width() / 3, c.isButtonBelow);
+        EXPECT_LE(button.geometry().bottom(), button.parentWidget()->height());
+    }
+    UITraitCollection::setCurrentTraitCollection({});
 }
 
 } // namespace
