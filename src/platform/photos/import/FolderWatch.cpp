@@ -116,7 +116,8 @@ std::optional<FolderWatch::Changes> FolderWatch::wait(int stop, std::chrono::mil
         }
     }
     if (changes.isEmpty()) {
-        Changes all; // The time is over: the caller looks through everything.
+        Changes all;     // The time is over: the caller looks through everything.
+        waitForLost({}); // Nothing tells that a folder above them moved.
         lookForAbsent(all);
     }
     return readable == Readable::Stop ? std::nullopt : std::optional(std::move(changes));
@@ -153,7 +154,7 @@ void FolderWatch::takeEvent(std::uint32_t mask, int watch, std::string_view name
             waitFor(folder);
         }
     } else if ((mask & IN_MOVE_SELF) != 0) {
-        takeMove(folder);
+        waitForLost(folder);
     } else {
         takeFolderEvent(mask, folder, name, changes);
     }
@@ -188,10 +189,11 @@ void FolderWatch::removeTree(const std::string& folder) {
     });
 }
 
-/// One that was asked for may have moved into another such tree, and its watch have a new name already.
-void FolderWatch::takeMove(const std::string& folder) {
+/// @param moved  May be there again, as another folder. It may also have moved into another watched tree, and
+///               its watch have a new name already, so that all are looked for.
+void FolderWatch::waitForLost(const std::string& moved) {
     for (const std::string& root : _roots) {
-        if (root == folder || !isFolderThere(root)) {
+        if (root == moved || !isFolderThere(root)) {
             removeTree(root);
             waitFor(root);
         }

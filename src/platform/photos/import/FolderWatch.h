@@ -55,7 +55,7 @@ private:
     void takeFolderEvent(
         std::uint32_t mask, const std::string& folder, std::string_view name, Changes& changes);
     void removeTree(const std::string& folder);
-    void takeMove(const std::string& folder);
+    void waitForLost(const std::string& moved);
     void takeNewsOfAbsent(std::uint32_t mask, int watch, std::string_view name);
     void waitFor(const std::string& root);
     bool isBack(const std::string& root, Absence& absence);

@@ -76,6 +76,7 @@ TEST_F(FolderWatchTest, ATreeThatGoesAndComesAgainIsToldAndWatched) {
         {"deleted and made again", [this] { fs::remove_all(root); }, make},
         {"deleted with the folder above it", [this] { fs::remove_all(above); }, make},
         {"moved away and back", [&] { fs::rename(root, away); }, [&] { fs::rename(away, root); }},
+        {"moved away with the folder above it", [&] { fs::rename(above, home.path() / "elsewhere"); }, make},
         {"moved away and another made", [&] { fs::rename(root, away); }, make},
     };
     for (const Case& c : cases) {
