@@ -135,8 +135,9 @@ private:
     static void requestHugePicture(const Request& request, const std::weak_ptr<BlockOperation>& operation);
     static void deliver(const Request& request, const std::shared_ptr<UIImage>& image);
     void setPicture(const std::shared_ptr<UIImage>& image);
-    /// Every way to a picture was tried in vain.
+    /// The picture that is shown does not decode.
     void dropPicture();
+    /// Every way to a picture was tried in vain.
     void showThatNoPictureCame();
     void showRequestedPicture(const std::shared_ptr<UIImage>& image);
     void hideOverlays();
