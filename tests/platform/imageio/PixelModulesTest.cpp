@@ -5,10 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstdlib>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace exifcard {
@@ -165,27 +162,6 @@ TEST(PixelModulesTest, WhatIsTransparentHasNoSayInTheColoursAroundIt) {
     EXPECT_NEAR(half->pixels[4], 200, 2); // The second pixel is half red, half transparent.
     EXPECT_LT(half->pixels[6], 3);
     EXPECT_NEAR(half->pixels[7], 128, 24);
-}
-
-TEST(PixelModulesDeathTest, AProgramEndsWellWhileItsThreadsDecode) {
-    EXPECT_EXIT(
-        {
-            const auto file = cornersFile("corners.heic");
-            std::atomic<int> begun = 0;
-            for (int thread = 0; thread < 4; ++thread) {
-                std::thread([&file, &begun] {
-                    while (true) {
-                        ++begun;
-                        decodedBitmap(file.bytes(), "public.heic", std::nullopt);
-                    }
-                }).detach();
-            }
-            while (begun < 12) {
-                std::this_thread::yield();
-            }
-            std::exit(0);
-        },
-        testing::ExitedWithCode(0), "");
 }
 
 } // namespace

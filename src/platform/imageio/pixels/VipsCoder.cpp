@@ -1,6 +1,5 @@
 #include "platform/imageio/pixels/VipsCoder.h"
 
-#include "platform/imageio/pixels/RunningWork.h"
 #include "platform/imageio/pixels/TargetSize.h"
 
 #include <vips/vips.h>
@@ -186,7 +185,6 @@ const VipsCoder* VipsCoder::start() {
         // A damaged file's warnings would go to standard error.
         const auto ignore = [](const char*, GLogLevelFlags, const char*, void*) {};
         g_log_set_handler("VIPS", GLogLevelFlags(G_LOG_LEVEL_WARNING | G_LOG_LEVEL_INFO), ignore, nullptr);
-        RunningWork::instance();
         return true;
     }();
     return isStarted ? &coder : nullptr;
@@ -194,10 +192,6 @@ const VipsCoder* VipsCoder::start() {
 
 std::optional<Bitmap> VipsCoder::decode(
     std::span<const std::uint8_t> bytes, std::string_view type, std::optional<PixelSize> wanted) const {
-    const RunningWork::Call call(RunningWork::instance());
-    if (!call.mayRun()) {
-        return std::nullopt;
-    }
     const ErrorCleaner cleaner;
     const Image image = load(bytes, type);
     if (!image) {
@@ -219,11 +213,10 @@ std::optional<Bitmap> VipsCoder::decode(
 
 std::vector<std::uint8_t> VipsCoder::encode(
     const Bitmap& bitmap, std::string_view type, const EncodingOptions& /*options*/) const {
-    const RunningWork::Call call(RunningWork::instance());
-    if (!call.mayRun() || type != "public.png" || bitmap.isEmpty()) {
+    const ErrorCleaner cleaner;
+    if (type != "public.png" || bitmap.isEmpty()) {
         return {};
     }
-    const ErrorCleaner cleaner;
     const Image image = imageOf(bitmap);
     if (!image) {
         return {};
@@ -242,14 +235,13 @@ std::vector<std::uint8_t> VipsCoder::encode(
 
 std::optional<Bitmap> VipsCoder::transformed(
     const Bitmap& bitmap, const CGAffineTransform& toCanvas, PixelSize canvas) const {
+    const ErrorCleaner cleaner;
     constexpr double kMiddle = 0.5; // The library counts from the middle of a pixel.
     const bool isInReason =
         canvas.width > 0 && canvas.height > 0 && pixelCount(canvas) <= kMaximumDecodedPixels;
-    const RunningWork::Call call(RunningWork::instance());
-    if (!call.mayRun() || bitmap.isEmpty() || !isInReason) {
+    if (bitmap.isEmpty() || !isInReason) {
         return std::nullopt;
     }
-    const ErrorCleaner cleaner;
     VipsInterpolate* const bilinear = vips_interpolate_new("bilinear");
     const int area[] = {0, 0, canvas.width, canvas.height};
     VipsArrayInt* const canvasArea = vips_array_int_new(area, 4);
