@@ -15,6 +15,7 @@
 #include <QImage>
 
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 #include <variant>
 
@@ -187,8 +188,9 @@ int runRender(const QStringList& list, int argumentCount, char** arguments) {
     UIApplication::start();
     applyTraits(options);
     const int status = draw(options);
+    // As the window ends: pictures of what is out of sight may still be made, by what would be torn down.
     std::fflush(nullptr);
-    return status;
+    std::_Exit(status);
 }
 
 } // namespace exifcard

@@ -59,8 +59,7 @@ bool writeQuickly(const std::string& path, const Data& bytes) {
         file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     }
     std::error_code error; // The folder may be cleared meanwhile.
-    if (fs::file_size(temporary, error) == bytes.size() &&
-        ::rename(temporary.c_str(), path.c_str()) == 0) {
+    if (fs::file_size(temporary, error) == bytes.size() && ::rename(temporary.c_str(), path.c_str()) == 0) {
         return true;
     }
     ::unlink(temporary.c_str());
