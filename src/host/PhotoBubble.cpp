@@ -12,6 +12,7 @@
 #include "platform/uikit/UIColor+Qt.h"
 
 #include <QFontMetricsF>
+#include <QImage>
 #include <QLinearGradient>
 #include <QMimeData>
 #include <QPainter>
@@ -36,6 +37,24 @@ constexpr int kScrimHeight = 64;
 constexpr double kScrimOpacity = 0.62;
 constexpr int kBarPadding = 8;
 constexpr int kColumnGap = 12;
+
+/// The file of a picture, and its pixels for who asks for them: reading them takes longer than a frame.
+class PictureData : public QMimeData {
+public:
+    explicit PictureData(const QString& file) : _file(file) { setUrls({QUrl::fromLocalFile(file)}); }
+    QStringList formats() const override { return QMimeData::formats() << QLatin1String(kImage); }
+
+protected:
+    QVariant retrieveData(const QString& format, QMetaType type) const override {
+        return format == QLatin1String(kImage) ? QVariant(QImage(_file))
+                                               : QMimeData::retrieveData(format, type);
+    }
+
+private:
+    static constexpr const char* kImage = "application/x-qt-image"; // As the toolkit names it.
+
+    const QString _file;
+};
 
 QString layoutText(const std::optional<std::string>& text) {
     return text ? qString(*text) : QString();
@@ -117,13 +136,11 @@ void PhotoBubble::loadPicture(QSize size) {
 }
 
 QMimeData* PhotoBubble::mimeData() const {
-    auto* const copied = new QMimeData;
     if (entry().picture) {
-        copied->setUrls({QUrl::fromLocalFile(qString(entry().picture->file))});
-        copied->setImageData(_pixmap.toImage());
-    } else {
-        copied->setText(layoutText(entry().message.layout.caption));
+        return new PictureData(qString(entry().picture->file));
     }
+    auto* const copied = new QMimeData;
+    copied->setText(layoutText(entry().message.layout.caption));
     return copied;
 }
 

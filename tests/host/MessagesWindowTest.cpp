@@ -19,7 +19,10 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTest>
 
 namespace exifcard {
@@ -156,6 +159,25 @@ TEST_F(MessagesWindowTest, ShowsWhatWasSentAsBubbles) {
     EXPECT_TRUE(bubbles[0]->spokenText().startsWith(QStringLiteral("You, f/8 ISO 100, ")));
     EXPECT_TRUE(bubbles[1]->spokenText().startsWith(QStringLiteral("You, Look!, ")));
     EXPECT_LT(bubbles[0]->geometry().bottom(), bubbles[1]->geometry().top());
+}
+
+TEST_F(MessagesWindowTest, CopiesAPictureInItsOwnSizeAndATextAsItIs) {
+    const auto jpeg = Data::mappedFile(EXIFCARD_TEST_DATA "/canon-6d-elephants.jpg").value();
+    const QSize size(497, 331); // Larger than it is shown.
+    ASSERT_EQ(_store.insertMessage("Ada", messageWithCaption("f/8"),
+                  EncodedPicture{.jpeg = jpeg, .width = size.width(), .height = size.height()}),
+        std::nullopt);
+    ASSERT_EQ(_store.sendPendingAndText("Ada", "Look!"), std::nullopt);
+    _sentAtStart = 2;
+    open();
+    const auto bubbles = visibleViews<BubbleView>();
+    ASSERT_EQ(bubbles.size(), 2U);
+    const QClipboard& clipboard = *QApplication::clipboard();
+    QTest::keyClick(bubbles[0], Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard.image().size(), size);
+    EXPECT_TRUE(clipboard.mimeData()->hasUrls());
+    QTest::keyClick(bubbles[1], Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard.text(), QStringLiteral("Look!"));
 }
 
 TEST_F(MessagesWindowTest, SendsWithControlEnterAndTellsTheExtension) {
