@@ -157,5 +157,21 @@ TEST_F(BadInputTest, APhotoThatIsDeletedWhileItIsShownIsSentWithoutItsPicture) {
     EXPECT_FALSE(stored()[0].picture);
 }
 
+TEST_F(BadInputTest, PhotosThatAreUnmountedStayInTheListAndHaveTheirPicturesOnceTheyAreBack) {
+    openWithPhotos(2);
+    const std::filesystem::path away = photos.string() + " away";
+    std::filesystem::rename(photos, away);
+    tapItem(0);
+    waitForPending();
+    ASSERT_EQ(stored().size(), 1U);
+    EXPECT_FALSE(stored()[0].picture);
+    import(); // Looks for them in vain.
+    std::filesystem::rename(away, photos);
+    tapItem(0);
+    waitFor([this] { return stored().size() == 1 && stored()[0].picture; });
+    EXPECT_EQ(stored()[0].message.layout.caption, numberedphoto::caption(1));
+    EXPECT_EQ(list()->numberOfItemsInSection(0), 2U);
+}
+
 } // namespace
 } // namespace exifcard
