@@ -169,11 +169,15 @@ void ExtensionPanel::setStyle(Style style, bool isAnimated) {
     auto* const fade = isFading ? new ScreenTransition(window, window, ScreenTransition::Kind::CrossFade,
                                       window.rect(), &window)
                                 : nullptr;
+    const bool hadFocus = _content->isAncestorOf(window.focusWidget());
     _style = style;
     _handle->setExpanded(style == Style::Expanded);
     if (isActive()) {
         _isInTransition = true;
         _extension->beginTransition(style);
+    }
+    if (hadFocus && !_content->isAncestorOf(window.focusWidget())) {
+        focusContent(); // The keys stay in the panel when its screen becomes another one.
     }
     layOutContent();
     emit styleChanged();

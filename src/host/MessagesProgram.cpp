@@ -35,6 +35,7 @@ namespace {
 
 constexpr int kLeastTabletWidth = 700;
 constexpr QSize kTabletWindowSize(768, 1024);
+constexpr QSize kWindowFrame(10, 40); ///< Of most desktops; they tell it only when the window is shown.
 constexpr std::chrono::seconds kLongestLastSending(3); ///< For a disk that does not answer.
 constexpr UIScreen kTabletScreen = {.sizeInPoints = {820, 1180}, .scale = 2};
 
@@ -84,8 +85,9 @@ void widenForTablet(QWidget& window) {
     if (window.width() >= kLeastTabletWidth || coversScreen) {
         return;
     }
-    const QRect room = window.screen()->availableGeometry();
-    const QSize size = kTabletWindowSize.expandedTo({0, window.height()}).boundedTo(room.size());
+    const QRect available = window.screen()->availableGeometry();
+    const QRect room(available.topLeft(), available.size() - kWindowFrame);
+    const QSize size = kTabletWindowSize.boundedTo(room.size());
     window.resize(size);
     if (window.testAttribute(Qt::WA_Moved)) { // Where it was, but for what would lie beyond the screen.
         window.move(std::clamp(window.x(), room.left(), room.left() + room.width() - size.width()),

@@ -23,6 +23,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 
 namespace exifcard {
 namespace {
@@ -142,7 +143,8 @@ void MessagesWindow::addShortcuts() {
     add(QKeySequence(Qt::CTRL | Qt::Key_Return), [this] { send(); });
     add(QKeySequence(Qt::CTRL | Qt::Key_Enter), [this] { send(); });
     add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [this] { _appearance.toggle(); });
-    add(QKeySequence(Qt::Key_F6), [this] { focusNextRegion(); });
+    add(QKeySequence(Qt::Key_F6), [this] { focusNeighbourRegion(1); });
+    add(QKeySequence(Qt::SHIFT | Qt::Key_F6), [this] { focusNeighbourRegion(-1); });
     add(QKeySequence(QKeySequence::Quit), [this] { close(); });
     add(QKeySequence(QKeySequence::Close), [this] { close(); });
 }
@@ -259,26 +261,39 @@ void MessagesWindow::focusAfterList() {
     }
 }
 
-void MessagesWindow::focusNextRegion() {
-    setAttribute(Qt::WA_KeyboardFocusChange); // The ring shows where the focus went.
-    if (!_inputBar->isVisible()) {
-        _panel->focusContent();
-        return;
+void MessagesWindow::focusNeighbourRegion(int step) {
+    if (_conversations->isVisible() || _libraryAccess->openSheet() != nullptr) {
+        return; // They cover the regions.
     }
-    const QWidget* const focused = focusWidget();
-    const auto holds = [focused](const QWidget* region) {
-        return focused != nullptr && (region == focused || region->isAncestorOf(focused));
-    };
-    if (holds(_transcript)) {
-        _inputBar->focusLine();
-    } else if (holds(_inputBar)) {
+    setAttribute(Qt::WA_KeyboardFocusChange); // The ring shows where the focus went.
+    const std::array<QWidget*, 3> regions = {_transcript, _inputBar, _panel};
+    const auto holding = std::ranges::find_if(
+        regions, [this](const QWidget* region) { return region->isAncestorOf(focusWidget()); });
+    const int count = static_cast<int>(regions.size());
+    // The header stands before the first and after the last.
+    int place = holding != regions.end() ? static_cast<int>(holding - regions.begin())
+                : step > 0               ? -1
+                                         : count;
+    do {
+        place = (place + step + count) % count;
+    } while (!focusRegion(*regions[static_cast<std::size_t>(place)]));
+}
+
+/// @return False for a region that has nothing to go to, which the panel never is.
+bool MessagesWindow::focusRegion(const QWidget& region) {
+    if (&region == _panel) {
         _panel->focusContent();
+        return true;
+    }
+    if (!region.isVisible()) {
+        return false; // The expanded panel covers it.
+    }
+    if (&region == _inputBar) {
+        _inputBar->focusLine();
     } else {
         _transcript->focusNewest();
-        if (!holds(_transcript) && !_transcript->isAncestorOf(focusWidget())) {
-            _inputBar->focusLine(); // An empty conversation has nothing to go to.
-        }
     }
+    return region.isAncestorOf(focusWidget());
 }
 
 void MessagesWindow::keyPressEvent(QKeyEvent* event) {

@@ -75,7 +75,9 @@ private:
     void dropPending();
     void forgetDraft(const QString& sentText);
     void selectMessage(const ConversationEntry& entry);
-    void focusNextRegion();
+    /// @param step  1 for the next of transcript, input and panel, -1 for the one before.
+    void focusNeighbourRegion(int step);
+    bool focusRegion(const QWidget& region);
     void focusAfterList();
     void coverConversation(bool isCovered);
     std::optional<MSMessage> pendingMessage() const;

@@ -100,6 +100,12 @@ EmptyStateView::EmptyStateView(QWidget& list)
 }
 
 EmptyStateView::~EmptyStateView() {
+    QWidget& list = *parentWidget();
+    const bool hadFocus = _button && list.window()->focusWidget() == _button;
+    list.setFocusProxy(nullptr);
+    if (hadFocus) {
+        list.setFocus(); // The keys are for what there is now.
+    }
     delete _button;
 }
 
@@ -108,6 +114,8 @@ void EmptyStateView::setReason(EmptyListReason reason) {
     const char* const button = textsOf(reason).button;
     _button->setText(button != nullptr ? qString(localizedString(button)) : QString());
     _button->setVisible(button != nullptr);
+    parentWidget()->setFocusProxy(
+        button != nullptr ? _button : nullptr); // An empty list has nothing for keys.
     setIsAccessibilityElement(*this, true);
     setAccessibilityTraits(*this, kUIAccessibilityTraitStaticText);
     setAccessibilityLabel(*this, title());

@@ -38,6 +38,7 @@ public:
     const QWidget* panel = nullptr;
     bool isNotingSizes = false;
     int heightAtTheCall = 0; ///< Of the panel, when the style was told.
+    std::function<void()> onTransition = [] {};
 
     void didBecomeActiveWithConversation(const std::shared_ptr<MSConversation>&) override {
         calls.emplace_back("active");
@@ -45,6 +46,7 @@ public:
     void willTransitionToPresentationStyle(Style style) override {
         calls.push_back(style == Style::Compact ? "will compact" : "will expand");
         heightAtTheCall = panel == nullptr ? 0 : panel->height();
+        onTransition();
     }
     void didTransitionToPresentationStyle(Style style) override {
         calls.push_back(style == Style::Compact ? "did compact" : "did expand");
@@ -365,6 +367,24 @@ TEST_F(MessagesWindowTest, GoesRoundTheRegionsWithF6) {
     EXPECT_TRUE(_window->transcript().isAncestorOf(regions[0]));
     EXPECT_TRUE(_window->inputBar().isAncestorOf(regions[1]));
     EXPECT_TRUE(_window->panel().isAncestorOf(regions[2]));
+    for (const int region : {1, 0, 2}) {
+        QTest::keyClick(_window.get(), Qt::Key_F6, Qt::ShiftModifier);
+        EXPECT_EQ(_window->focusWidget(), regions[static_cast<std::size_t>(region)]);
+    }
+}
+
+TEST_F(MessagesWindowTest, KeepsTheKeysInThePanelWhenItsScreenChanges) {
+    open();
+    auto* const before = new KeyTaker(&_extension->view(), {});
+    before->show();
+    before->setFocus();
+    _extension->onTransition = [this, before] {
+        delete before;
+        (new KeyTaker(&_extension->view(), {}))->show();
+    };
+    QTest::keyClick(_window.get(), Qt::Key_E, Qt::ControlModifier);
+    expectMoved();
+    EXPECT_EQ(_window->focusWidget(), _extension->view().findChild<QWidget*>());
 }
 
 TEST_F(MessagesWindowTest, SendsNoBlanks) {

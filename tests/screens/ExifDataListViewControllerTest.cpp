@@ -292,6 +292,8 @@ TEST_F(ExifDataListViewControllerTest, TellsWhyItShowsNoPhotoAndOffersWhatHelps)
     EXPECT_EQ(told->text(QAccessible::Value), shown()->explanation());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(screen->collectionView)->childCount(), 2)
         << "the text and its button";
+    screen->collectionView->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(screen->view().window()->focusWidget(), shown()->button()) << "there is nothing else for keys";
     QTest::keyClick(shown()->button(), Qt::Key_Return);
 
     PHPhotoLibrary::setAuthorization(PHAuthorizationStatus::Denied);
@@ -309,6 +311,7 @@ TEST_F(ExifDataListViewControllerTest, TellsWhyItShowsNoPhotoAndOffersWhatHelps)
     waitUntil([&] { return screen->dataSource->exifDataItemsArray.size() == 2; });
     waitUntilLoaded(*screen);
     EXPECT_EQ(shown(), nullptr);
+    EXPECT_EQ(screen->view().window()->focusWidget(), screen->collectionView);
 }
 
 TEST_F(ExifDataListViewControllerTest, ShowsAFolderAsSoonAsItIsAllowedToo) {

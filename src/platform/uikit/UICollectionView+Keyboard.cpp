@@ -26,12 +26,12 @@ std::optional<IndexPath> UICollectionView::focusedIndexPath() const {
     return _implementation->focused;
 }
 
-/// Tab leaves the list: the arrows move within it.
+/// Tab leaves the items: the arrows move within them. What lies over an empty list is no item.
 bool UICollectionView::focusNextPrevChild(bool isNext) {
     QWidget* next = this;
     do {
         next = isNext ? next->nextInFocusChain() : next->previousInFocusChain();
-    } while (next != this && (isAncestorOf(next) || !canTakeFocusByTab(*next)));
+    } while (next != this && (viewport()->isAncestorOf(next) || !canTakeFocusByTab(*next)));
     if (next == this || !next) {
         return false;
     }
