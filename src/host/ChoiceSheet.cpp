@@ -66,7 +66,14 @@ void ChoiceSheet::closeAndCall(std::function<void()> handler) {
 
 void ChoiceSheet::showEvent(QShowEvent*) {
     raise();
+    _focusedBefore = window()->focusWidget();
     _ui->firstButton->setFocus(Qt::OtherFocusReason);
+}
+
+void ChoiceSheet::closeEvent(QCloseEvent*) {
+    if (_focusedBefore) {
+        _focusedBefore->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void ChoiceSheet::keyPressEvent(QKeyEvent* event) {

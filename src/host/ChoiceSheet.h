@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -35,6 +36,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
@@ -44,6 +46,7 @@ private:
 
     std::unique_ptr<Ui::ChoiceSheet> _ui;
     std::vector<Choice> _choices;
+    QPointer<QWidget> _focusedBefore; ///< Gets the keys back.
     std::function<void()> _dismissed; ///< Empty where something has to be chosen.
 };
 

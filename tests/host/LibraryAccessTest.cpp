@@ -9,6 +9,7 @@
 #include "screens/ListScreenRequests.h"
 #include "support/TemporaryHome.h"
 
+#include <QLineEdit>
 #include <QTest>
 
 #include <atomic>
@@ -66,6 +67,18 @@ TEST_F(LibraryAccessTest, DecidesNothingWhenItsWindowClosesWhileItAsks) {
     _window.reset();
     expectSoon([this] { return _answer == static_cast<int>(PHAuthorizationStatus::NotDetermined); });
     EXPECT_EQ(status(), static_cast<int>(PHAuthorizationStatus::NotDetermined));
+}
+
+TEST_F(LibraryAccessTest, GivesTheKeysBackWhenItsQuestionIsAnswered) {
+    QLineEdit before(_window.get());
+    QLineEdit line(_window.get());
+    line.show();
+    line.setFocus();
+    NotificationCenter::defaultCenter().postNotificationName(kAddPhotosRequestedNotification, nullptr);
+    expectSheet();
+    EXPECT_NE(_window->focusWidget(), &line);
+    QTest::keyClick(sheet(), Qt::Key_Escape);
+    EXPECT_EQ(_window->focusWidget(), &line);
 }
 
 TEST_F(LibraryAccessTest, AllowsAFolderThatIsChosenWhereOnlySomeAreAllowed) {
