@@ -14,6 +14,7 @@
 #include <QStyle>
 
 #include <algorithm>
+#include <iterator>
 
 namespace exifcard {
 namespace {
@@ -153,12 +154,34 @@ void TranscriptView::keyPressEvent(QKeyEvent* event) {
         }
         return;
     }
-    if (event->key() == Qt::Key_Home) {
+    const auto& bubbles = _page->bubbles();
+    if (event->key() == Qt::Key_Home && !bubbles.empty()) {
+        bubbles.front()->setFocus(Qt::TabFocusReason);
         verticalScrollBar()->setValue(0);
     } else if (event->key() == Qt::Key_End) {
-        scrollToEnd();
+        focusNewest();
     } else {
-        QScrollArea::keyPressEvent(event);
+        QScrollArea::keyPressEvent(event); // By pages: a bubble may be higher than what is seen.
+        keepFocusInSight();
+    }
+}
+
+void TranscriptView::keepFocusInSight() {
+    const auto& bubbles = _page->bubbles();
+    const auto focused =
+        std::ranges::find_if(bubbles, [](const BubbleView* bubble) { return bubble->hasFocus(); });
+    const QRect seen(0, verticalScrollBar()->value(), viewport()->width(), viewport()->height());
+    if (focused == bubbles.end() || seen.intersects((*focused)->geometry())) {
+        return;
+    }
+    const auto isSeen = [&seen](const BubbleView* bubble) { return seen.intersects(bubble->geometry()); };
+    const bool isAbove = (*focused)->y() < seen.top();
+    const auto first = std::find_if(focused, bubbles.end(), isSeen);
+    const auto last = std::find_if(std::make_reverse_iterator(focused), bubbles.rend(), isSeen);
+    if (isAbove && first != bubbles.end()) {
+        (*first)->setFocus(Qt::TabFocusReason);
+    } else if (!isAbove && last != bubbles.rend()) {
+        (*last)->setFocus(Qt::TabFocusReason);
     }
 }
 

@@ -36,6 +36,8 @@ protected:
 private:
     void layOut();
     void placeThumb();
+    /// Where the focused bubble was scrolled out of sight, the nearest one that is seen gets the keys.
+    void keepFocusInSight();
     void announceNew(std::size_t firstNew);
 
     TranscriptPage* _page = nullptr;
