@@ -6,6 +6,7 @@
 #include "platform/uikit/UITraitCollection.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 
 #include <algorithm>
 #include <utility>
@@ -220,6 +221,12 @@ void UINavigationController::updateBar() {
 bool UINavigationController::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && isViewLoaded() && watched == &view()) {
         layOut();
+    }
+    if (event->type() == QEvent::KeyPress && isViewLoaded() && watched == &view() &&
+        static_cast<const QKeyEvent&>(*event).key() == Qt::Key_Escape &&
+        popViewControllerAnimated(/*animated=*/true)) {
+        event->accept(); // The lowest screen leaves the key to what lies around.
+        return true;
     }
     return UIViewController::eventFilter(watched, event);
 }

@@ -38,7 +38,7 @@ private:
 ///
 /// Push: the new screen's `viewDidLoad`, the old one's `viewWillDisappear`, the new one's `viewWillAppear`,
 /// the movement, `viewDidDisappear` and `viewDidAppear`. Pop: likewise. One asked for during a movement
-/// ends that first.
+/// ends that first. Escape, where the top screen does not take it, pops.
 class UINavigationController : public UIViewController {
     Q_OBJECT
 

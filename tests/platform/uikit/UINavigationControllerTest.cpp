@@ -124,6 +124,19 @@ TEST(UINavigationControllerTest, GoesBackByItsButtonUnlessTheScreenHasOneOfItsOw
     EXPECT_EQ(scene.stack->topViewController(), scene.root);
 }
 
+TEST(UINavigationControllerTest, GoesBackByEscapeAndLeavesItAloneOnTheLowestScreen) {
+    Stack scene;
+    scene.stack->pushViewController(scene.next, /*animated=*/false);
+    const auto isEscapeTaken = [](QWidget& top) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(&top, &press);
+        return press.isAccepted();
+    };
+    EXPECT_TRUE(isEscapeTaken(scene.next->view()));
+    EXPECT_EQ(scene.stack->topViewController(), scene.root);
+    EXPECT_FALSE(isEscapeTaken(scene.root->view()));
+}
+
 TEST(UINavigationControllerTest, MirrorsItsBarWhereTheLanguageRunsFromTheRight) {
     UITraitCollection traits;
     traits.isRightToLeft = true;
