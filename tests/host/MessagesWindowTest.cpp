@@ -373,28 +373,6 @@ TEST_F(MessagesWindowTest, GoesRoundTheRegionsWithF6) {
     }
 }
 
-TEST_F(MessagesWindowTest, MovesThroughTheTranscriptByKeys) {
-    for (_sentAtStart = 0; _sentAtStart < 40; ++_sentAtStart) {
-        ASSERT_EQ(_store.sendPendingAndText("Ada", fmt::format("No {}", _sentAtStart)), std::nullopt);
-    }
-    open();
-    QTest::keyClick(_window.get(), Qt::Key_F6);
-    const auto bubbles = _window->findChildren<BubbleView*>();
-    const auto press = [this, &bubbles](Qt::Key key) {
-        QTest::keyClick(_window->focusWidget(), key);
-        EXPECT_FALSE(_window->focusWidget()->visibleRegion().isEmpty());
-        return bubbles.indexOf(_window->focusWidget());
-    };
-    const auto last = bubbles.size() - 1;
-    EXPECT_EQ(press(Qt::Key_Home), 0);
-    EXPECT_EQ(press(Qt::Key_Down), 1);
-    const auto pageDown = press(Qt::Key_PageDown);
-    EXPECT_GT(pageDown, 2);
-    EXPECT_LT(pageDown, last);
-    EXPECT_EQ(press(Qt::Key_End), last);
-    EXPECT_LT(press(Qt::Key_PageUp), last - 1);
-}
-
 TEST_F(MessagesWindowTest, KeepsTheKeysInThePanelWhenItsScreenChanges) {
     open();
     auto* const before = new KeyTaker(&_extension->view(), {});
