@@ -68,11 +68,14 @@ void DispatchGroup::notify(DispatchQueue& queue, DispatchQueue::Block block) {
 
 void DispatchGroup::wait() {
     const auto state = _state;
-    std::unique_lock lock(state->mutex);
-    if (state->count == 0) {
-        return;
+    {
+        const std::lock_guard lock(state->mutex);
+        if (state->count == 0) {
+            return;
+        }
     }
-    const BlockingSection blocking;
+    const BlockingSection blocking; // It may start a thread; whoever leaves does not wait for that.
+    std::unique_lock lock(state->mutex);
     state->isEmpty.wait(lock, [&state] { return state->count == 0; });
 }
 

@@ -43,14 +43,17 @@ void DispatchSemaphore::signal() {
 
 long DispatchSemaphore::wait() {
     const auto state = _state;
-    std::unique_lock lock(state->mutex);
-    if (state->value > 0) {
-        --state->value;
-        return 0;
-    }
     Waiter self;
-    state->waiters.push_back(&self);
-    const BlockingSection blocking;
+    {
+        const std::lock_guard lock(state->mutex);
+        if (state->value > 0) {
+            --state->value;
+            return 0;
+        }
+        state->waiters.push_back(&self);
+    }
+    const BlockingSection blocking; // It may start a thread; whoever signals does not wait for that.
+    std::unique_lock lock(state->mutex);
     self.changed.wait(lock, [&self] { return self.isSignalled; });
     return 0;
 }

@@ -59,15 +59,50 @@ DispatchThreadPool& DispatchThreadPool::shared() {
     return *pool;
 }
 
+struct DispatchThreadPool::Submitted {
+    DispatchQueue::Block block;
+    std::size_t rank = 0;
+    Submitted* earlier = nullptr;
+};
+
 void DispatchThreadPool::submit(DispatchQueue::Block block, DispatchQueue::Priority priority) {
-    const std::lock_guard lock(_mutex);
-    _waiting.at(rankOf(priority)).push_back(std::move(block));
-    letWorkProceed();
+    auto* const submitted = new Submitted{std::move(block), rankOf(priority), _submitted.load()};
+    while (!_submitted.compare_exchange_weak(submitted->earlier, submitted)) {}
+    proceedWithSubmitted();
 }
 
-std::size_t DispatchThreadPool::threadCount() const {
-    const std::lock_guard lock(_mutex);
-    return _threads;
+/// Puts those on the lists. Under the lock.
+void DispatchThreadPool::takeSubmitted() {
+    Submitted* latest = _submitted.exchange(nullptr);
+    Submitted* first = nullptr;
+    while (latest != nullptr) {
+        Submitted* const earlier = std::exchange(latest->earlier, first);
+        first = std::exchange(latest, earlier);
+    }
+    while (first != nullptr) {
+        const std::unique_ptr<Submitted> submitted(first);
+        first = submitted->earlier;
+        _waiting.at(submitted->rank).push_back(std::move(submitted->block));
+    }
+}
+
+/// Where another thread has the lock, that one does this when it gives it back.
+void DispatchThreadPool::proceedWithSubmitted() {
+    while (_submitted.load() != nullptr && _mutex.try_lock()) {
+        takeSubmitted();
+        letWorkProceed();
+        _mutex.unlock();
+    }
+}
+
+std::size_t DispatchThreadPool::threadCount() {
+    std::size_t count = 0;
+    {
+        const std::lock_guard lock(_mutex);
+        count = _threads;
+    }
+    proceedWithSubmitted();
+    return count;
 }
 
 bool DispatchThreadPool::mayTakeBlock() const {
@@ -76,6 +111,7 @@ bool DispatchThreadPool::mayTakeBlock() const {
 }
 
 std::optional<DispatchQueue::Block> DispatchThreadPool::takeBlock() {
+    takeSubmitted();
     if (!mayTakeBlock()) {
         return std::nullopt;
     }
@@ -93,7 +129,7 @@ void DispatchThreadPool::letWorkProceed() {
         return;
     }
     if (_idle > 0) {
-        _workOrTurn.notify_one();
+        _workOrTurn.wake();
     } else if (_threads < _limits.mostThreads) {
         startThread();
     }
@@ -122,30 +158,51 @@ void DispatchThreadPool::work() {
     while (true) {
         while (auto block = takeBlock()) {
             lock.unlock();
+            proceedWithSubmitted();
             runDispatchedBlock(*block);
             block.reset(); // What it holds is let go outside the lock.
             lock.lock();
             --_computing;
         }
-        ++_idle;
-        const bool isWanted = _workOrTurn.wait_for(lock, _limits.keepIdle, [this] { return mayTakeBlock(); });
-        --_idle;
-        if (!isWanted) {
+        if (!waitForBlock(lock)) {
             --_threads;
+            lock.unlock();
+            proceedWithSubmitted();
             return;
         }
     }
 }
 
+/// Whether one came before the thread has been idle for too long.
+bool DispatchThreadPool::waitForBlock(std::unique_lock<std::mutex>& lock) {
+    const auto end = std::chrono::steady_clock::now() + _limits.keepIdle;
+    bool isInTime = true;
+    ++_idle;
+    while (isInTime && !mayTakeBlock()) {
+        lock.unlock();
+        proceedWithSubmitted();
+        isInTime = _workOrTurn.waitUntil(end);
+        lock.lock();
+    }
+    --_idle;
+    return mayTakeBlock();
+}
+
 void DispatchThreadPool::beginBlocking() {
-    const std::lock_guard lock(_mutex);
-    --_computing;
-    letWorkProceed();
+    {
+        const std::lock_guard lock(_mutex);
+        --_computing;
+        letWorkProceed();
+    }
+    proceedWithSubmitted();
 }
 
 void DispatchThreadPool::endBlocking() {
-    const std::lock_guard lock(_mutex);
-    ++_computing;
+    {
+        const std::lock_guard lock(_mutex);
+        ++_computing;
+    }
+    proceedWithSubmitted();
 }
 
 BlockingSection::BlockingSection() {

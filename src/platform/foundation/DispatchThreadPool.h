@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/WakeSignal.h"
 
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstddef>
 #include <deque>
 #include <memory>
@@ -39,10 +39,11 @@ public:
     DispatchThreadPool(const DispatchThreadPool&) = delete;
     DispatchThreadPool& operator=(const DispatchThreadPool&) = delete;
 
-    /// Blocks of a higher priority start first; those of one priority in order.
+    /// Blocks of a higher priority start first; those of one priority in order. Never waits for a thread of
+    /// the pool, which may come last for the processor.
     void submit(DispatchQueue::Block block, DispatchQueue::Priority priority);
     /// How many threads there are: working, blocked and idle.
-    std::size_t threadCount() const;
+    std::size_t threadCount();
     /// Threads that start from then on come after the other threads of the process for the processor.
     void comeLast() { _comesLast = true; }
 
@@ -51,18 +52,26 @@ private:
 
     explicit DispatchThreadPool(const Limits& limits) : _limits(limits) {}
 
+    struct Submitted;
+
+    void takeSubmitted();
+    void proceedWithSubmitted();
     bool mayTakeBlock() const;
     std::optional<DispatchQueue::Block> takeBlock();
     void letWorkProceed();
     void startThread();
     void work();
+    bool waitForBlock(std::unique_lock<std::mutex>& lock);
     void beginBlocking();
     void endBlocking();
 
     const Limits _limits;
     std::atomic<bool> _comesLast = false;
-    mutable std::mutex _mutex;
-    std::condition_variable _workOrTurn;
+    std::atomic<Submitted*> _submitted =
+        nullptr; ///< The latest first; those that are not among the waiting yet.
+    /// Whoever gives it back calls `proceedWithSubmitted` then.
+    std::mutex _mutex;
+    WakeSignal _workOrTurn;                                   ///< More wakes than work do no harm.
     std::array<std::deque<DispatchQueue::Block>, 4> _waiting; // One a priority. Guarded by _mutex.
     std::size_t _threads = 0;                                 // Guarded by _mutex.
     std::size_t _idle = 0;                                    // Guarded by _mutex.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <future>
 #include <thread>
 #include <vector>
@@ -42,6 +43,35 @@ TEST(DispatchThreadPoolTest, StartsHigherPrioritiesFirstAndEachInOrder) {
         isDone.wait();
     }
     EXPECT_EQ(started, (std::vector<std::string>{"high", "default 1", "default 2", "low", "background"}));
+}
+
+TEST(DispatchThreadPoolTest, RunsEveryBlockWhileItsThreadsComeAndGo) {
+    const auto pool =
+        DispatchThreadPool::make({.width = 2, .mostThreads = 4, .keepIdle = std::chrono::milliseconds(0)});
+    constexpr int kSubmitters = 4;
+    constexpr int kBlocks = 5000;
+    DispatchGroup group;
+    std::atomic<int> count = 0;
+    for (int submitter = 0; submitter < kSubmitters; ++submitter) {
+        group.enter();
+        std::thread([&] {
+            for (int number = 0; number < kBlocks; ++number) {
+                group.enter();
+                pool->submit(
+                    [&] {
+                        ++count;
+                        group.leave();
+                    },
+                    number % 2 == 0 ? Priority::Default : Priority::High);
+                if (number % 50 == 0) {
+                    std::this_thread::yield(); // The pool runs dry now and then.
+                }
+            }
+            group.leave();
+        }).detach();
+    }
+    group.wait();
+    EXPECT_EQ(count, kSubmitters * kBlocks);
 }
 
 TEST(DispatchThreadPoolTest, ThreadsThatComeLastLeaveTheProcessorToOthers) {
