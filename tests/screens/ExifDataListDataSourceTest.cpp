@@ -11,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <atomic>
 #include <set>
 #include <thread>
@@ -169,9 +170,12 @@ TEST_F(ExifDataListDataSourceTest, DropsAPageOfTheListBeforeAndCallsBackAllTheSa
     screen->dataSource->loadMoreResultsWithCompletionBlock([&] { ++dropped; });
     screen->refresh();
     waitUntil([&] { return dropped == 1 && screen->completions == 2 && !screen->dataSource->isLoading(); });
-    EXPECT_EQ(namesOf(screen->dataSource->unFilteredExifDataItemsArray), firstPage);
     loadMore(*screen);
-    EXPECT_EQ(screen->dataSource->unFilteredExifDataItemsArray.size(), 100U);
+    // On a slow machine the list may have asked for a further page by itself.
+    const auto names = namesOf(screen->dataSource->unFilteredExifDataItemsArray);
+    ASSERT_GE(names.size(), 100U);
+    EXPECT_TRUE(std::equal(firstPage.begin(), firstPage.end(), names.begin()));
+    EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), names.size());
     EXPECT_EQ(dropped, 1);
 }
 
